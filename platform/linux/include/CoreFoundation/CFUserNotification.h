@@ -1,0 +1,37 @@
+#pragma once
+
+#include <CoreFoundation/CFBase.h>
+#include <CoreFoundation/CFString.h>
+#include <CoreFoundation/CFURL.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+enum {
+    kCFUserNotificationStopAlertLevel = 0,
+    kCFUserNotificationNoteAlertLevel = 1,
+    kCFUserNotificationCautionAlertLevel = 2,
+    kCFUserNotificationPlainAlertLevel = 3
+};
+
+enum {
+    kCFUserNotificationDefaultResponse = 0,
+    kCFUserNotificationAlternateResponse = 1,
+    kCFUserNotificationOtherResponse = 2,
+    kCFUserNotificationCancelResponse = 3
+};
+
+// Writes the alert as one line on standard error and returns 0 at once: nobody can answer it there,
+// so the response is the one of an alert that timed out. The texts may be null, and so may
+// `responseFlags`. Any thread.
+SInt32 CFUserNotificationDisplayAlert(CFTimeInterval timeout, CFOptionFlags flags, CFURLRef iconURL,
+                                      CFURLRef soundURL, CFURLRef localizationURL,
+                                      CFStringRef alertHeader, CFStringRef alertMessage,
+                                      CFStringRef defaultButtonTitle,
+                                      CFStringRef alternateButtonTitle,
+                                      CFStringRef otherButtonTitle, CFOptionFlags* responseFlags);
+
+#ifdef __cplusplus
+}
+#endif
