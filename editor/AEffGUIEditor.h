@@ -1,0 +1,55 @@
+// The layer between the host's editor calls and the editor itself: idle pacing, the knob mode and
+// the plug-in's own bundle.
+#pragma once
+
+#include "editor/VSTGUIEditorInterface.h"
+#include "plugin/AEffEditor.h"
+
+#include <CoreFoundation/CoreFoundation.h>
+
+#include <cstdint>
+
+// For the host's user-interface thread. `effect` must not be null, and is an AudioEffectX.
+class AEffGUIEditor : public AEffEditor, public VSTGUIEditorInterface {
+public:
+    // Makes itself the effect's editor and looks the bundle up.
+    explicit AEffGUIEditor(AudioEffect* owner);
+    ~AEffGUIEditor() override; // releases the bundle that is known then
+
+    bool getRect(ERect** out) override;
+    bool open(void* ptr) override;
+    void close() override;
+    // Idle passes and keys are a frame's, and there is none: idle does nothing, every key stays the
+    // host's.
+    void idle() override {}
+    bool onKeyDown(VstKeyCode& keyCode) override { return false; }
+    bool onKeyUp(VstKeyCode& keyCode) override { return false; }
+    bool setKnobMode(VstInt32 mode) override; // for all editors of the process; always true
+
+    virtual void setParameter(VstInt32 index, float value) {}
+    virtual void editorReservedHook() {}
+    // One pass of idle work, at most one in 100 ms: earlier calls run the event loop for 4 ms.
+    void doIdleStuff() override;
+    VstInt32 getKnobMode() override { return knobMode; }
+    // Asks a host that can do "sizeWindow" for the new size, in pixels, fractions cut.
+    bool beforeSizeChange(const CRect& newSize, const CRect& oldSize) override;
+    void beginEdit(VstInt32 index) override;
+    void endEdit(VstInt32 index) override;
+
+    // Milliseconds in steps of a sixtieth of a second. Wraps at 32 bits before the division.
+    static std::uint32_t getTicks();
+    static void wait(std::uint32_t ms); // runs the event loop meanwhile
+
+    // The bundle that this code was loaded from, owned by the caller; null when there is none.
+    static CFBundleRef createEffectBundle();
+
+    // Shared by all editors of the process: each constructor overwrites it, each destructor
+    // releases what it finds.
+    static CFBundleRef effectBundle;
+    static VstInt32 knobMode;
+
+protected:
+    ERect rect; // what the host is told, in pixels
+    std::uint32_t lastTicks;
+    bool inIdleStuff;
+};
