@@ -1,0 +1,51 @@
+#pragma once
+
+#include "plugin/vst2/AEffect.h"
+#include "plugin/vst2/Records.h"
+
+#include <cstdint>
+#include <string>
+
+namespace tvhost {
+
+// The host's side of what one effect asks. An effect is bound to its HostCallback through the
+// record's `user` field; calls that come while the record is being made reach the object that is
+// under construction on the same thread. A call that belongs to none gets the answers that need no
+// effect (version, vendor, product, abilities) and 0 for the rest.
+class HostCallback {
+public:
+    // What is given to VSTPluginMain. Any thread.
+    static VstIntPtr entry(AEffect* effect, VstInt32 opcode, VstInt32 index, VstIntPtr value,
+                           void* ptr, float opt);
+
+    // `folder` is what a plug-in that asks for its directory is told.
+    explicit HostCallback(std::string folder);
+    ~HostCallback();
+    HostCallback(const HostCallback&) = delete;
+    HostCallback& operator=(const HostCallback&) = delete;
+
+    // Ends the construction: from now on calls are told apart by the record.
+    void bind(AEffect& effect);
+
+    void setSampleRate(double hertz) { sampleRate = hertz; }
+    void setBlockSize(int frames) { blockSize = frames; }
+
+    // Position on the time line of the next frame to be processed, in frames.
+    void setPosition(std::int64_t frame) { position = frame; }
+
+    // Whether the effect is inside its process call.
+    void setProcessing(bool state) { processing = state; }
+
+private:
+    VstIntPtr answer(const AEffect* effect, VstInt32 opcode, VstInt32 index, VstIntPtr value);
+    VstIntPtr timeInfo();
+
+    std::string folder;
+    double sampleRate = 44100.0;
+    int blockSize = 512;
+    std::int64_t position = 0;
+    bool processing = false;
+    VstTimeInfo time{};
+};
+
+} // namespace tvhost

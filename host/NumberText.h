@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tvhost {
+
+// The finite decimal number that is the whole of `text`, whatever the locale; nothing for anything
+// else, blanks and trailing characters included.
+std::optional<double> parseNumber(std::string_view text);
+std::optional<std::int64_t> parseWholeNumber(std::string_view text);
+
+// `value` with up to `digits` digits behind the point, trailing zeros dropped ("0.25", "3",
+// "-1.5").
+std::string shortNumber(double value, int digits);
+
+// `amplitude` relative to 1.0 as "-3.2 dB" with `digits` digits behind the point; "-inf dB" for 0.
+std::string decibelText(double amplitude, int digits = 1);
+
+// 20 log10; -infinity for 0.
+double decibels(double amplitude);
+
+} // namespace tvhost

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace tvhost {
+
+// A file that appears under its name only when it is complete. Until then it is a temporary file in
+// the same folder, which goes when the object does, and also when a signal ends the program. An
+// older file under the name stays untouched until then and hands on its permissions. One at a time.
+class OutputFile {
+public:
+    // Throws UserError when no file can be written there.
+    explicit OutputFile(const std::string& target);
+    ~OutputFile();
+    OutputFile(const OutputFile&) = delete;
+    OutputFile& operator=(const OutputFile&) = delete;
+
+    // Open for reading and writing; stays this object's own.
+    int descriptor() const { return fileDescriptor; }
+
+    // Puts the file in its place. Throws UserError when that fails.
+    void commit();
+
+private:
+    void discard();
+
+    std::string given;
+    std::filesystem::path target;
+    std::string temporary;
+    int fileDescriptor = -1;
+};
+
+// Removes the temporary file, if there is one. May be called in a signal handler.
+void removeUnfinishedOutput();
+
+} // namespace tvhost

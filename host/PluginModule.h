@@ -1,0 +1,32 @@
+#pragma once
+
+#include "plugin/vst2/AEffect.h"
+
+#include <filesystem>
+
+namespace tvhost {
+
+// A loaded plug-in file. It must outlive the effects made from it.
+class PluginModule {
+public:
+    // Loads `file` and finds its entry. Throws UserError when it is no shared object that can be
+    // loaded or has no VSTPluginMain.
+    explicit PluginModule(const std::filesystem::path& file);
+    ~PluginModule();
+    PluginModule(const PluginModule&) = delete;
+    PluginModule& operator=(const PluginModule&) = delete;
+
+    const std::filesystem::path& file() const { return path; }
+
+    // What the entry answers, null included.
+    AEffect* createEffect(audioMasterCallback host) const;
+
+private:
+    using Entry = AEffect* (*)(audioMasterCallback);
+
+    std::filesystem::path path;
+    void* handle;
+    Entry entry;
+};
+
+} // namespace tvhost

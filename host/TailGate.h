@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <limits>
+#include <vector>
+
+namespace tvhost {
+
+// Tells where the output ends once the input has. Either after a fixed time, or behind the last
+// frame that reaches -90 dBFS: frames below it are held back until a loud one shows that they
+// belong to the output. Echoes leave gaps, so only a quiet stretch longer than any gap ends the
+// output.
+class TailGate {
+public:
+    static constexpr float kThreshold = 3.1622776601683795e-5f; // -90 dBFS
+    static constexpr double kQuietSeconds = 1.1;                // beyond the longest delay
+    static constexpr double kLongestSeconds = 60.0;
+
+    // All lengths in frames, counted from the end of the input.
+    static TailGate ofLength(int channels, std::int64_t frames);
+    // The quiet stretch begins at `notBefore` at the earliest and lasts `quietFrames`.
+    static TailGate untilQuiet(int channels, std::int64_t quietFrames, std::int64_t longest,
+                               std::int64_t notBefore);
+
+    // Takes the next frame of the tail. Not after isFinished().
+    void push(const float* frame);
+
+    // No later frame belongs to the output.
+    bool isFinished() const;
+
+    // Interleaved frames found to belong to the output; the caller takes them away.
+    std::vector<float>& ready() { return released; }
+
+private:
+    TailGate(int channels, float threshold, std::int64_t quietFrames, std::int64_t longest,
+             std::int64_t notBefore);
+
+    int channels;
+    float threshold;
+    std::int64_t quietFrames;
+    std::int64_t longest;
+    std::int64_t quietFrom;
+    std::int64_t count = 0;
+    std::vector<float> held;
+    std::vector<float> released;
+};
+
+} // namespace tvhost
