@@ -59,7 +59,7 @@ def _draw_scale(canvas, control):
     dx, dy = canvas.x - control.x, canvas.y - control.y
     for step, angle in enumerate(layout.scale_angles()):
         long = step in (0, layout.SCALE_STEPS) or (control.centred and 2 * step == layout.SCALE_STEPS)
-        outer, half_width = (MARK_OUTER_LONG, 0.65) if long else (MARK_OUTER, 0.45)
+        outer, half_width = (MARK_OUTER_LONG, 0.7) if long else (MARK_OUTER, 0.5)
         turn = np.deg2rad(angle)
         along, across = dx * np.cos(turn) + dy * np.sin(turn), dy * np.cos(turn) - dx * np.sin(turn)
         mark = np.maximum(np.abs(across) - half_width, np.maximum(MARK_INNER - along, along - outer))

@@ -40,10 +40,11 @@ def width(text, size, tracking=0.0, weight=0.0):
     return (ink_right - ink_left) / _DOTS_PER_POINT
 
 
-def write(canvas, text, size, x, baseline, colour, tracking=0.0, weight=0.0, opacity=1.0):
+def write(canvas, text, size, x, baseline, colour, tracking=0.0, weight=0.0):
     """Writes one line with its ink centred on x.
 
-    Size in points; `tracking` (space between letters) and `weight` (thickening of all strokes) in fractions of it.
+    Size in points; `tracking` (space between letters) and `weight` (thickening of all strokes) in fractions of it. Text that
+    doesn't fit on the canvas raises ValueError.
     """
     strip, strip_baseline, ink_left, ink_right = _strip(text, size, tracking, weight)
     left = (x - canvas.left) * _DOTS_PER_POINT - (ink_left + ink_right) / 2
@@ -55,10 +56,9 @@ def write(canvas, text, size, x, baseline, colour, tracking=0.0, weight=0.0, opa
     coverage = np.asarray(padded.reduce(_FINE), float) / 255.0
 
     rows, columns = canvas.alpha.shape
-    first_row, last_row = max(row, 0), min(row + coverage.shape[0], rows)
-    first_column, last_column = max(column, 0), min(column + coverage.shape[1], columns)
+    last_row, last_column = row + coverage.shape[0], column + coverage.shape[1]
+    if row < 0 or column < 0 or last_row > rows or last_column > columns:
+        raise ValueError(f"'{text}' runs off its canvas")
     full = np.zeros(canvas.alpha.shape)
-    full[first_row:last_row, first_column:last_column] = coverage[
-        first_row - row : last_row - row, first_column - column : last_column - column
-    ]
-    canvas.ink(colour, full * opacity)
+    full[row:last_row, column:last_column] = coverage
+    canvas.ink(colour, full)
