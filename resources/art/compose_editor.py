@@ -12,7 +12,12 @@ import sys
 
 sys.dont_write_bytecode = True
 
-from PIL import Image, UnidentifiedImageError
+try:
+    import numpy  # noqa: F401, for canvas
+    from PIL import Image, UnidentifiedImageError
+except ImportError as missing:
+    print(f"compose_editor: no Python module {missing.name}; install python3-numpy and python3-pil", file=sys.stderr)
+    sys.exit(2)
 
 import layout
 from canvas import DOTS_PER_INCH, PIXELS_PER_POINT

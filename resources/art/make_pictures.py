@@ -13,7 +13,7 @@ sys.dont_write_bytecode = True
 
 try:
     import numpy
-    import PIL
+    import PIL  # noqa: F401, for canvas and lettering
 except ImportError as missing:
     print(f"make_pictures: no Python module {missing.name}; install python3-numpy and python3-pil", file=sys.stderr)
     sys.exit(2)
