@@ -1,0 +1,173 @@
+#include "soundlib/WavPlayer.h"
+
+#include <algorithm>
+#include <chrono>
+#include <limits>
+
+#include "soundlib/SharedField.h"
+#include "soundlib/WavStreamReaderMaker.h"
+
+// Fills run in the foreground of whichever thread loads: a background fill doesn't tell when it is
+// done, since `filling` is false before it begins and after it has ended. The stream flags are
+// published after a fill and after the last read of a buffer, which is all the threads need.
+
+namespace {
+
+constexpr float perStep = 1.0f / 32768.0f;
+
+// `render` wakes the loader without its lock, so a wake-up can be lost; then the loader looks by
+// itself, in time for 8 channels at 192 kHz.
+constexpr std::chrono::milliseconds lookAgain{5};
+
+} // namespace
+
+void WavPlayer::Release::operator()(WavStreamReader* reader) const {
+    destroyWavStreamReader(reader);
+}
+
+WavPlayer::WavPlayer() : reader_(makeWavStreamReader()) {}
+
+WavPlayer::~WavPlayer() {
+    close();
+}
+
+WavHeaderError WavPlayer::open(const std::string& path, Loading loading) {
+    close();
+    const WavHeaderError error = walkWavHeader(path, info_, format_);
+    if (error != WavHeaderError::none) {
+        return error;
+    }
+    loading_ = loading;
+    samplesToLoad_ = format_.frames * format_.channels;
+    reader_->start(&info_, false);
+    noteStretch();
+    loadNextIfFree();
+    if (loading_ == Loading::ownThread && samplesToLoad_ > 0) {
+        loader_ = std::thread(&WavPlayer::loadOnOwnThread, this);
+    }
+    return WavHeaderError::none;
+}
+
+void WavPlayer::close() {
+    if (loader_.joinable()) {
+        {
+            const std::lock_guard<std::mutex> lock(mutex_);
+            closing_ = true;
+        }
+        bufferPlayed_.notify_one();
+        loader_.join();
+        closing_ = false;
+    }
+    reader_->startedFlag = false;
+    reader_->stream.close();
+}
+
+void WavPlayer::render(float* const* outputs, std::int32_t sampleFrames) {
+    float* left = outputs[0];
+    float* right = outputs[1];
+    std::int32_t frame = 0;
+    while (frame < sampleFrames && frameIsReady()) {
+        const float first = takeSample();
+        left[frame] = first;
+        right[frame] = format_.channels > 1 ? takeSample() : first;
+        for (std::int32_t channel = 2; channel < format_.channels; ++channel) {
+            takeSample();
+        }
+        ++frame;
+    }
+    if (frame < sampleFrames) {
+        std::fill(left + frame, left + sampleFrames, 0.0f);
+        std::fill(right + frame, right + sampleFrames, 0.0f);
+        if (reader_->startedFlag) {
+            const std::int32_t room =
+                std::numeric_limits<std::int32_t>::max() - reader_->streamCounterD;
+            reader_->streamCounterD += std::min(room, sampleFrames - frame);
+        }
+    }
+}
+
+bool WavPlayer::isPlaying() const {
+    return acquire(reader_->startedFlag);
+}
+
+bool& WavPlayer::flagOf(std::int32_t turn) const {
+    return (turn & 1) == 0 ? reader_->streamFlagA : reader_->streamFlagB;
+}
+
+// Hands over the stretch that has just been read.
+void WavPlayer::noteStretch() {
+    const std::int64_t read = std::min<std::int64_t>(reader_->stream.gcount() / 2, samplesToLoad_);
+    // A file that has been cut since it was opened ends here.
+    samplesToLoad_ = read < wavReadLength ? 0 : samplesToLoad_ - read;
+    const std::int32_t turn = reader_->streamCounterC++;
+    stretchOf(turn) = {static_cast<std::int32_t>(read), samplesToLoad_ == 0};
+    publish(flagOf(turn), true);
+}
+
+bool WavPlayer::loadNextIfFree() {
+    if (samplesToLoad_ == 0 || acquire(flagOf(reader_->streamCounterC))) {
+        return false;
+    }
+    if ((reader_->streamCounterC & 1) == 0) {
+        reader_->fillFirstBuffer(false);
+    } else {
+        reader_->fillSecondBuffer(false);
+    }
+    noteStretch();
+    return true;
+}
+
+void WavPlayer::loadOnOwnThread() {
+    std::unique_lock<std::mutex> lock(mutex_);
+    while (!closing_ && samplesToLoad_ > 0) {
+        if (!loadNextIfFree()) {
+            bufferPlayed_.wait_for(lock, lookAgain);
+        }
+    }
+}
+
+// Whether every channel of the next frame is loaded. Ends the playing after the last whole frame.
+bool WavPlayer::frameIsReady() {
+    if (!reader_->startedFlag) {
+        return false;
+    }
+    const std::int32_t turn = reader_->streamCounterB;
+    if (!acquire(flagOf(turn))) {
+        return false;
+    }
+    const Stretch& stretch = stretchOf(turn);
+    std::int32_t ready = stretch.length - reader_->streamCounterA;
+    bool atEnd = stretch.last;
+    if (ready < format_.channels && !atEnd) {
+        if (!acquire(flagOf(turn + 1))) {
+            return false;
+        }
+        ready += stretchOf(turn + 1).length;
+        atEnd = stretchOf(turn + 1).last;
+    }
+    if (ready < format_.channels && atEnd) {
+        publish(reader_->startedFlag, false);
+        return false;
+    }
+    return true;
+}
+
+float WavPlayer::takeSample() {
+    if (reader_->streamCounterA == stretchOf(reader_->streamCounterB).length) {
+        leavePlayedBuffer();
+    }
+    const std::int16_t* buffer =
+        (reader_->streamCounterB & 1) == 0 ? reader_->firstBuffer : reader_->secondBuffer;
+    return static_cast<float>(buffer[reader_->streamCounterA++]) * perStep;
+}
+
+void WavPlayer::leavePlayedBuffer() {
+    publish(flagOf(reader_->streamCounterB), false);
+    ++reader_->streamCounterB;
+    reader_->streamCounterA = 0;
+    if (loading_ == Loading::inRender) {
+        loadNextIfFree();
+    } else {
+        bufferPlayed_.notify_one();
+    }
+}

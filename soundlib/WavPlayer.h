@@ -1,0 +1,80 @@
+// Plays a 16-bit WAV file through the two buffers of a `WavStreamReader` in turn.
+#pragma once
+
+#include <array>
+#include <condition_variable>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <thread>
+
+#include "soundlib/WavHeaderWalker.h"
+#include "soundlib/WavStreamReader.h"
+
+// While one buffer plays the other is loaded. What the reader's flags and counters mean here:
+//   startedFlag              the file is playing; false once its last frame has been rendered
+//   streamFlagA/streamFlagB  firstBuffer/secondBuffer holds samples that aren't played yet
+//   streamCounterA           position in the buffer that plays, in samples
+//   streamCounterB           stretches played; odd while secondBuffer plays
+//   streamCounterC           stretches loaded; odd when secondBuffer is next
+//   streamCounterD           frames of silence because a stretch came late
+class WavPlayer {
+public:
+    // Where stretches are loaded. `inRender` blocks `render` on the disk and never comes late: for
+    // rendering to a file. `ownThread` keeps `render` free of the disk: for an audio thread.
+    enum class Loading { inRender, ownThread };
+
+    WavPlayer();
+    ~WavPlayer();
+    WavPlayer(const WavPlayer&) = delete;
+    WavPlayer& operator=(const WavPlayer&) = delete;
+
+    // Opens the file at `path` and loads its first stretch, in place of the file before. On an
+    // error the player is closed. Not while `render` runs.
+    WavHeaderError open(const std::string& path, Loading loading);
+
+    void close();
+
+    // Writes `sampleFrames` frames to the two channels of `outputs`, full scale at 1. A mono file
+    // goes to both, of more than two channels the first two are heard. Silence when closed, after
+    // the end, and while a stretch is late; then playing goes on where it stopped.
+    void render(float* const* outputs, std::int32_t sampleFrames);
+
+    bool isPlaying() const;
+
+    // Of the open file.
+    const WavFormat& format() const { return format_; }
+
+    // The flags and counters told above.
+    const WavStreamReader& reader() const { return *reader_; }
+
+private:
+    struct Stretch {
+        std::int32_t length; // samples
+        bool last;
+    };
+    struct Release {
+        void operator()(WavStreamReader* reader) const;
+    };
+
+    bool& flagOf(std::int32_t turn) const;
+    Stretch& stretchOf(std::int32_t turn) { return stretches_[turn & 1]; }
+    void noteStretch();
+    bool loadNextIfFree();
+    void loadOnOwnThread();
+    bool frameIsReady();
+    float takeSample();
+    void leavePlayedBuffer();
+
+    std::unique_ptr<WavStreamReader, Release> reader_;
+    WavFileInfo info_{};
+    WavFormat format_{};
+    Loading loading_ = Loading::inRender;
+    std::array<Stretch, 2> stretches_{};
+    std::int64_t samplesToLoad_ = 0;
+    std::thread loader_;
+    std::mutex mutex_;
+    std::condition_variable bufferPlayed_;
+    bool closing_ = false; // guarded by mutex_
+};
