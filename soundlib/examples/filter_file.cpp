@@ -1,0 +1,81 @@
+// Filters a sound file and draws the filter's response, as designed and as measured.
+#include <algorithm>
+#include <map>
+
+#include "soundlib/BiquadRunner.h"
+#include "soundlib/examples/CommandLine.h"
+#include "soundlib/examples/FilterResponse.h"
+#include "soundlib/examples/SoundFile.h"
+#include "soundlib/examples/UserError.h"
+
+namespace {
+
+struct Settings {
+    std::string type = "low-pass";
+    double frequency = 1000.0; // Hz
+    double q = 0.707;
+    double gain = 6.0; // decibels
+};
+
+const std::map<std::string, std::int32_t> types = {
+    {"low-pass", 0}, {"high-pass", 1}, {"band-pass", 2}, {"notch", 3},
+    {"peak", 4},     {"low-shelf", 5}, {"high-shelf", 6}};
+
+void drawResponse(const std::string& path, const BiquadDesigner& filter, const Settings& settings,
+                  int sampleRate) {
+    Axis x = frequencyAxis();
+    x.high = std::min(x.high, 0.499 * sampleRate);
+    x.marks.erase(std::remove_if(x.marks.begin(), x.marks.end(),
+                                 [&](const auto& mark) { return mark.first > x.high; }),
+                  x.marks.end());
+    Picture picture(640, 400);
+    picture.panel({64, 40, 552, 304}, "Response of the " + settings.type, x,
+                  gainAxis(-48.0, 24.0, 12));
+    picture.curve(designedCurve(filter, sampleRate, x.low, x.high), colours::blue);
+    picture.dots(measuredDots(filter, sampleRate, x.low, x.high), colours::orange);
+    picture.caption(400, 32, "designed", colours::blue);
+    picture.caption(480, 32, "measured with sines", colours::orange);
+    picture.write(path);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    CLI::App app("Filters a mono or stereo sound file.", "filter_file");
+    std::string input;
+    std::string output;
+    std::string picture;
+    Settings settings;
+    app.add_option("input", input, "sound file to read")->required();
+    app.add_option("output", output, "16-bit WAV file to write")->required();
+    app.add_option("--type", settings.type)->check(CLI::IsMember(types))->capture_default_str();
+    app.add_option("--frequency", settings.frequency, "in Hz")
+        ->check(CLI::PositiveNumber)
+        ->capture_default_str();
+    app.add_option("--q", settings.q, "quality factor; the shelves don't use it")
+        ->check(CLI::PositiveNumber)
+        ->capture_default_str();
+    app.add_option("--gain", settings.gain, "in dB; of peak and shelves")
+        ->check(CLI::Range(-60.0, 60.0))
+        ->capture_default_str();
+    app.add_option("--picture", picture, "PNG file for a drawing of the response");
+    return runExample(app, argc, argv, [&] {
+        Sound sound = readSound(input);
+        if (settings.frequency >= 0.5 * sound.sampleRate) {
+            throw UserError("--frequency " + std::to_string(settings.frequency) +
+                            ": must be below half the sample rate of the file, " +
+                            std::to_string(sound.sampleRate / 2) + " Hz");
+        }
+        const BiquadDesigner filter(types.at(settings.type), settings.frequency / sound.sampleRate,
+                                    settings.q, settings.gain);
+        BiquadDesigner left = filter;
+        BiquadDesigner right = filter;
+        float* channels[] = {sound.left.data(), sound.right.data()};
+        runBiquadPair(&left, &right, channels, channels,
+                      static_cast<std::int32_t>(sound.left.size()));
+        writeSound(output, sound);
+        if (!picture.empty()) {
+            drawResponse(picture, filter, settings, sound.sampleRate);
+        }
+    });
+}
