@@ -8,11 +8,11 @@
 // Filters one sample in transposed direct form II and gives the output. Allocates nothing.
 double tickBiquad(BiquadDesigner* filter, double input);
 
-// Filters `sampleFrames` samples of one channel, in double precision between float samples; the
-// output is bit for bit that of `tickBiquad` sample by sample. A state that has decayed below
-// 1e-100 is cleared, so that silence costs no more than sound. `input` and `output` may be the same
-// buffer. A `sampleFrames` of 0 or below does nothing. Allocates nothing. A setter on another
-// thread has to wait until the block is done.
+// Filters `sampleFrames` samples of one channel, in double precision between float samples. The
+// output is bit for bit that of `tickBiquad` sample by sample, but for the sign of a zero: a state
+// that has decayed below 1e-100 is cleared, so that silence costs no more than sound. `input` and
+// `output` may be the same buffer. A `sampleFrames` of 0 or below does nothing. Allocates nothing.
+// A setter on another thread has to wait until the block is done.
 void runBiquad(BiquadDesigner* filter, const float* input, float* output,
                std::int32_t sampleFrames);
 
