@@ -13,3 +13,8 @@ template <typename T>
 void writeLive(T& field, T value) {
     *const_cast<volatile T*>(&field) = value;
 }
+
+// Makes the compiler read from memory anew whatever is read after it. Costs no instruction.
+inline void forgetMemory() {
+    __asm__ volatile("" ::: "memory");
+}

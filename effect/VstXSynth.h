@@ -91,6 +91,26 @@ public:
     float spareOffset;
 
 private:
+    struct BalanceGains {
+        float toLeft;
+        float toRight;
+    };
+
+    // The samples of a block that are still to come.
+    struct StereoBlock {
+        const float* inLeft;
+        const float* inRight;
+        float* outLeft;
+        float* outRight;
+
+        void advance(VstInt32 frames) {
+            inLeft += frames;
+            inRight += frames;
+            outLeft += frames;
+            outRight += frames;
+        }
+    };
+
     void makeLowPassPair();
     void makeHighPassPair();
     void fillSineTable();
@@ -98,9 +118,9 @@ private:
     void lengthFromDelayTime(float value);
     void notifyEditor(VstInt32 index, float value);
 
+    static BalanceGains balanceGains(double leftRight);
     void followSampleRate();
     void updateSweep();
-    unsigned readPlacements() const;
-    VstInt32 processStretch(const float* inLeft, const float* inRight, float* outLeft,
-                            float* outRight, VstInt32 frames);
+    void processSample(const StereoBlock& block);
+    VstInt32 processStretch(const StereoBlock& block, VstInt32 frames);
 };

@@ -1,0 +1,88 @@
+// A stretch: samples in a row that all read the same parameters and do not wrap the delay lines, so
+// that no tap among them depends on what another of them writes. Each step of the signal path can
+// run over all of them before the next step does.
+#pragma once
+
+#include "effect/FourPoleFilter.h"
+#include "plugin/vst2/AEffect.h"
+
+#include <cstdint>
+
+// The longest stretch, in frames.
+constexpr int kMaxStretch = 64;
+
+struct FilterPair {
+    FourPoleFilter* left;
+    FourPoleFilter* right;
+};
+
+struct Stretch {
+    VstInt32 frames; // 1 to kMaxStretch
+
+    const float* inLeft;
+    const float* inRight;
+    // May be the input arrays, in any order, but not lie partly over them or each other.
+    float* outLeft;
+    float* outRight;
+    float* lineLeft; // the delay lines, at the first sample
+    float* lineRight;
+
+    FilterPair pairs[2]; // in the order in which they run
+    int pairsRunning;    // 0 to 2
+    int pairsInside;     // how many of them stand inside the loop; the rest stand behind it
+
+    float feedBack;
+    float gainToLeft; // balance
+    float gainToRight;
+    double mix;
+
+    const double* sineTable; // half a period
+    double sineTableSize;
+    double panDepth;
+    bool panSide;    // the output that the sweep dips: true is the left one
+    VstInt32 start;  // delay position of the first sample
+    VstInt32 length; // of the delay; start + frames is below it
+
+    double sweepPhase;  // result: of the last sample
+    VstInt32 sineIndex; // result: of the last sample
+};
+
+// The fields of the effect that a sample depends on, as they lie there; those in between are the
+// audio thread's own.
+struct SampleFields {
+    std::int64_t delayLength;
+    std::int64_t spareLength;
+    std::int64_t delayPosition;
+    std::int64_t sparePosition;
+    double lowPass;
+    double highPass;
+    bool highPassType;
+    bool lowPassType;
+    double leftRight;
+    double mix;
+    double sweepPhase;
+    std::int64_t sineIndex;
+    std::int64_t lastSampleRate;
+    double panDepth;
+};
+
+static_assert(sizeof(SampleFields) == 104);
+
+// The kernels of one instruction set. All give the same bits. They neither allocate nor lock.
+struct StretchKernels {
+    // Reads from memory, anew for each of up to `most` samples: `live`, `liveFeedBack` and the
+    // gains of the stretch's pairs. Returns how many samples in a row found in them what `held`,
+    // stretch.feedBack and the gains hold at the call, perhaps fewer.
+    int (*countAlike)(const Stretch& stretch, const SampleFields& live, const SampleFields& held,
+                      const float& liveFeedBack, int most);
+    // Takes all of the stretch's samples through the signal path.
+    void (*render)(Stretch& stretch);
+};
+
+extern const StretchKernels kSse2Kernels; // for any x86-64
+extern const StretchKernels kAvxKernels;  // for machines with AVX
+
+bool machineHasAvx();
+
+// The fastest that this machine runs, chosen when the code is loaded.
+extern const StretchKernels stretchKernels;
