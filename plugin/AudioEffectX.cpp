@@ -166,8 +166,10 @@ bool AudioEffectX::matchArrangement(VstSpeakerArrangement** to, VstSpeakerArrang
         return false;
     }
     (*to)->type = from->type;
-    for (VstInt32 i = 0; i < from->numChannels; ++i) {
-        if (!copySpeaker(&(*to)->speakers[i], &from->speakers[i])) {
+    VstSpeakerProperties* copy = (*to)->speakers;
+    VstSpeakerProperties* original = from->speakers;
+    for (VstInt32 i = 0; i < from->numChannels; ++i, ++copy, ++original) {
+        if (!copySpeaker(copy, original)) {
             return false;
         }
     }
