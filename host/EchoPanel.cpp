@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace tvhost {
 
@@ -13,6 +14,7 @@ namespace {
 constexpr double kColumnWidth = 0.5;
 constexpr double kLabelSize = 9.0;
 constexpr double kAxisSize = 9.5;
+constexpr double kSmallSize = 8.5;
 constexpr double kLabelGap = 6.0;
 
 } // namespace
@@ -57,20 +59,33 @@ void EchoPanel::drawLevels(Canvas& canvas, int input) const {
     }
 }
 
-void EchoPanel::drawMarks(Canvas& canvas, int input, double& labelsEnd) const {
-    const EchoAnalysis& echoes = measurement.echoes(input, output);
+void EchoPanel::drawMarks(Canvas& canvas) const {
+    struct Mark {
+        int input;
+        const Echo* echo;
+        bool direct;
+    };
     const double rate = measurement.response().sampleRate();
-    const Colour& colour = style::inputColour(input);
-    for (const Echo& echo : echoes.arrivals()) {
-        const double seconds = static_cast<double>(echo.frame) / rate;
-        if (seconds > time.to() || decibels(echo.level) < level.from())
-            continue;
-        const double x = xOf(echo);
-        const double y = yOf(echo);
-        canvas.dot(x, y, 3.2, colour, style::kPaper);
-        const bool direct = echoes.hasDirect() && &echo == &echoes.arrivals().front();
-        const std::string when = direct ? "direct" : millisecondText(seconds);
-        const std::string howLoud = levelText(echo.level);
+    std::vector<Mark> marks;
+    for (int input = 0; input < measurement.response().inputs(); ++input) {
+        const EchoAnalysis& echoes = measurement.echoes(input, output);
+        for (const Echo& echo : echoes.arrivals())
+            if (static_cast<double>(echo.frame) / rate <= time.to() &&
+                decibels(echo.level) >= level.from())
+                marks.push_back(
+                    {input, &echo, echoes.hasDirect() && &echo == &echoes.arrivals().front()});
+    }
+    std::stable_sort(marks.begin(), marks.end(),
+                     [](const Mark& a, const Mark& b) { return a.echo->frame < b.echo->frame; });
+
+    double labelsEnd = -kLabelGap;
+    for (const Mark& mark : marks) {
+        const double x = xOf(*mark.echo);
+        const double y = yOf(*mark.echo);
+        canvas.dot(x, y, 3.2, style::inputColour(mark.input), style::kPaper);
+        const std::string when =
+            mark.direct ? "direct" : millisecondText(static_cast<double>(mark.echo->frame) / rate);
+        const std::string howLoud = levelText(mark.echo->level);
         const double width = std::max(canvas.textWidth(when, kLabelSize, Weight::Bold),
                                       canvas.textWidth(howLoud, kLabelSize));
         const double left = std::clamp(x - width / 2.0, area.x + 3.0, area.right() - width - 3.0);
@@ -103,12 +118,10 @@ void EchoPanel::draw(Canvas& canvas, bool timeLabels) const {
         drawLevels(canvas, input);
     canvas.unclip();
     canvas.frame(area, style::kFrame, 1.0);
-    double labelsEnd = area.x - 100.0;
-    for (int input = 0; input < measurement.response().inputs(); ++input)
-        drawMarks(canvas, input, labelsEnd);
+    drawMarks(canvas);
 }
 
-void EchoPanel::drawSmall(Canvas& canvas) const {
+void EchoPanel::drawSmall(Canvas& canvas, const std::string& name) const {
     canvas.fill(area, style::kBand);
     for (const double seconds : time.ticks(4))
         canvas.line(time.at(seconds), area.y, time.at(seconds), area.bottom(), style::kGrid, 0.7);
@@ -117,6 +130,7 @@ void EchoPanel::drawSmall(Canvas& canvas) const {
         drawLevels(canvas, input);
     canvas.unclip();
     canvas.line(area.x, area.bottom(), area.right(), area.bottom(), style::kFrame, 0.8);
+    canvas.text(area.right() - 4.0, area.y + 11.0, name, kSmallSize, style::kMuted, Align::Right);
 }
 
 } // namespace tvhost

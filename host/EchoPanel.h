@@ -18,8 +18,8 @@ public:
 
     // With labelled axes and every echo marked by its time and level, as far as the labels fit.
     void draw(Canvas& canvas, bool timeLabels) const;
-    // Grid and levels alone.
-    void drawSmall(Canvas& canvas) const;
+    // Grid and levels alone, with `name` in the corner.
+    void drawSmall(Canvas& canvas, const std::string& name) const;
 
     // Where the dot of an arrival lies.
     double xOf(const Echo& echo) const;
@@ -27,7 +27,7 @@ public:
 
 private:
     void drawLevels(Canvas& canvas, int input) const;
-    void drawMarks(Canvas& canvas, int input, double& labelsEnd) const;
+    void drawMarks(Canvas& canvas) const;
 
     const EffectMeasurement& measurement;
     int output;

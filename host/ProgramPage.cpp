@@ -27,17 +27,9 @@ constexpr double kFooter = 74.0;
 constexpr double kHeadingSize = 13.0;
 
 constexpr double kFloor = -60.0;
+constexpr double kLevelStep = 20.0;
 constexpr double kLabelRoom = 34.0;
 constexpr std::size_t kMostEchoes = 10;
-
-double highestArrival(const EffectMeasurement& measurement) {
-    double level = 0.0;
-    for (int in = 0; in < measurement.response().inputs(); ++in)
-        for (int out = 0; out < measurement.response().outputs(); ++out)
-            for (const Echo& echo : measurement.echoes(in, out).arrivals())
-                level = std::max(level, echo.level);
-    return level;
-}
 
 std::string capital(std::string text) {
     if (!text.empty() && text[0] >= 'a' && text[0] <= 'z')
@@ -45,7 +37,22 @@ std::string capital(std::string text) {
     return text;
 }
 
+void drawHeading(Canvas& canvas, double y, const std::string& words, const std::string& note) {
+    canvas.text(kMargin, y, words, kHeadingSize, style::kInk, Align::Left, Weight::Bold);
+    canvas.text(kMargin + canvas.textWidth(words, kHeadingSize, Weight::Bold) + 10.0, y, note, 10.0,
+                style::kMuted);
+}
+
 } // namespace
+
+double levelAbove(const EffectMeasurement& measurement) {
+    double highest = 1.0;
+    for (int in = 0; in < measurement.response().inputs(); ++in)
+        for (int out = 0; out < measurement.response().outputs(); ++out)
+            for (const Echo& echo : measurement.echoes(in, out).arrivals())
+                highest = std::max(highest, echo.level);
+    return std::ceil(decibels(highest) / kLevelStep - 0.01) * kLevelStep;
+}
 
 double secondsToShow(const EffectMeasurement& measurement, double floor, std::size_t mostEchoes) {
     const ImpulseResponse& response = measurement.response();
@@ -118,8 +125,7 @@ double ProgramPage::drawParameters(Canvas& canvas, double y) const {
 double ProgramPage::drawEchoes(Canvas& canvas, double y) const {
     const ImpulseResponse& response = measurement.response();
     y += kSectionGap - 20.0;
-    canvas.text(kMargin, y - 10.0, "Impulse response", kHeadingSize, style::kInk, Align::Left,
-                Weight::Bold);
+    drawHeading(canvas, y - 10.0, "Impulse response", "highest sample");
     double x = kPlotRight;
     for (int input = response.inputs() - 1; input >= 0; --input) {
         const std::string words =
@@ -131,8 +137,7 @@ double ProgramPage::drawEchoes(Canvas& canvas, double y) const {
     }
 
     const double seconds = secondsToShow(measurement, kFloor, kMostEchoes);
-    const double top =
-        std::max(0.0, std::ceil(decibels(highestArrival(measurement)) / 20.0 - 0.01) * 20.0);
+    const double top = levelAbove(measurement);
     for (int output = 0; output < response.outputs(); ++output) {
         const Rectangle area{kPlotLeft, y, kPlotRight - kPlotLeft, kEchoHeight};
         const bool last = output + 1 == response.outputs();
@@ -155,15 +160,12 @@ void ProgramPage::drawResponse(Canvas& canvas, double y) const {
     const EchoAnalysis& echoes = measurement.echoes(path.input, path.output);
     const std::string from = style::channelWords(path.input, response.inputs(), "input");
     const std::string to = style::channelWords(path.output, response.outputs(), "output");
-    canvas.text(kMargin, y - 8.0, "Frequency response", kHeadingSize, style::kInk, Align::Left,
-                Weight::Bold);
     std::string note = from + " to " + to;
     if (echoes.echoCount() == 0)
         note += ", no echoes";
     else if (echoes.echoCount() < 5)
         note += ", no fifth echo above \u2212120 dB";
-    canvas.text(kMargin + canvas.textWidth("Frequency response", kHeadingSize, Weight::Bold) + 10.0,
-                y - 8.0, note, 10.0, style::kMuted);
+    drawHeading(canvas, y - 8.0, "Frequency response", note);
     const Rectangle area{kPlotLeft, y, kPlotRight - kPlotLeft, kResponseHeight};
     ResponsePanel(measurement, area).draw(canvas);
     canvas.uprightText(kMargin - 2.0, y + kResponseHeight / 2.0, "Gain, dB", 10.0, style::kInk);

@@ -25,6 +25,9 @@ private:
     const EffectMeasurement& measurement;
 };
 
+// The round level in dB, 0 or more, that no arrival exceeds.
+double levelAbove(const EffectMeasurement& measurement);
+
 // How much time shows the echoes well: until they fall below `floor` dB, at most `mostEchoes` of
 // them, at least a fifth of a second.
 double secondsToShow(const EffectMeasurement& measurement, double floor, std::size_t mostEchoes);

@@ -40,9 +40,13 @@ ProgramSheet::ProgramSheet(const std::vector<EffectMeasurement>& measurements_)
     columns = std::min(std::max(square, kFewestColumns), static_cast<int>(measurements.size()));
     rows = (static_cast<int>(measurements.size()) + columns - 1) / columns;
     seconds = 0.0;
-    for (const EffectMeasurement& measurement : measurements)
+    for (const EffectMeasurement& measurement : measurements) {
         seconds = std::max(seconds, secondsToShow(measurement, kFloor, 1000));
+        highestLevel = std::max(highestLevel, levelAbove(measurement));
+        highestGain = std::max(highestGain, ResponsePanel(measurement, {0, 0, 1, 1}).peak());
+    }
     seconds = std::min(seconds, kLongestShown);
+    highestGain = std::ceil(highestGain / 10.0) * 10.0;
 }
 
 // The heading needs the width of two cells.
@@ -73,14 +77,16 @@ void ProgramSheet::drawHeading(Canvas& canvas) const {
         canvas.text(x + 16.0, y, words, 10.0, style::kInk);
         x += 16.0 + canvas.textWidth(words, 10.0) + 20.0;
     }
-    const std::string outputs = response.outputs() == 2
-                                    ? "upper strip: left output, lower strip: right output"
-                                    : "strip: the output";
-    canvas.text(kMargin, y + 18.0,
-                outputs + "; 0 to " + tickText(seconds * 1000.0, 0) + " ms, " + tickText(kFloor) +
-                    " to 0 dB. At the right the frequency response of the first echo (solid) and "
-                    "the fifth (dashed), 20 Hz to 20 kHz.",
-                10.0, style::kMuted);
+    canvas.text(
+        kMargin, y + 18.0,
+        "Left: highest sample at " +
+            std::string(response.outputs() == 2 ? "the left and the right output" : "the output") +
+            ", 0 to " + tickText(seconds * 1000.0, 0) + " ms, " + tickText(kFloor) + " to " +
+            tickText(highestLevel) +
+            " dB. Right: frequency response of the first echo (solid) and the fifth "
+            "(dashed), 20 Hz to 20 kHz, " +
+            tickText(kFloor) + " to " + tickText(highestGain) + " dB.",
+        10.0, style::kMuted);
 }
 
 void ProgramSheet::drawCell(Canvas& canvas, const EffectMeasurement& measurement, double x,
@@ -112,11 +118,14 @@ void ProgramSheet::drawCell(Canvas& canvas, const EffectMeasurement& measurement
     const double height = (kPanelsHeight - (outputs - 1) * kPanelGap) / outputs;
     for (int output = 0; output < outputs; ++output) {
         const Rectangle area{x, y + kPanelTop + output * (height + kPanelGap), kEchoWidth, height};
-        EchoPanel(measurement, output, area, seconds, 0.0, kFloor, 2.0).drawSmall(canvas);
+        EchoPanel(measurement, output, area, seconds, highestLevel, kFloor, 2.0)
+            .drawSmall(canvas, outputs == 1  ? ""
+                               : output == 0 ? "L"
+                                             : "R");
     }
     const Rectangle area{x + kResponseLeft, y + kPanelTop, kCellWidth - kResponseLeft,
                          kPanelsHeight};
-    ResponsePanel(measurement, area).drawSmall(canvas);
+    ResponsePanel(measurement, area).drawSmall(canvas, kFloor, highestGain);
 
     canvas.text(x, y + kPanelTop + kPanelsHeight + 12.0, "0", 8.5, style::kMuted);
     canvas.text(x + kEchoWidth, y + kPanelTop + kPanelsHeight + 12.0,

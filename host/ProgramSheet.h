@@ -25,6 +25,8 @@ private:
     int columns;
     int rows;
     double seconds;
+    double highestLevel = 0.0; // dB, at the top of the strips
+    double highestGain = 0.0;  // dB, at the top of the frequency responses
 };
 
 } // namespace tvhost

@@ -13,6 +13,8 @@ constexpr double kLowest = 20.0;
 constexpr double kHighest = 20000.0;
 constexpr double kAxisSize = 9.5;
 constexpr double kLegendSize = 10.0;
+constexpr double kLeastRange = 50.0;  // dB
+constexpr double kBelowPeak = 30.0;   // dB
 constexpr std::size_t kLaterEcho = 4; // the fifth
 
 constexpr double kLabelled[] = {20.0,   50.0,   100.0,  200.0,   500.0,
@@ -28,8 +30,8 @@ double highestLevel(const FrequencyResponse& response) {
 } // namespace
 
 ResponsePanel::ResponsePanel(const EffectMeasurement& measurement, const Rectangle& area_)
-    : area(area_), frequency(kLowest, kHighest, area.x, area.right(), PlotAxis::Scale::Logarithmic),
-      level(0.0, 1.0, 0.0, 1.0) {
+    : area(area_),
+      frequency(kLowest, kHighest, area.x, area.right(), PlotAxis::Scale::Logarithmic) {
     const EffectMeasurement::Path path = measurement.leadingPath();
     const EchoAnalysis& echoes = measurement.echoes(path.input, path.output);
     const double rate = measurement.response().sampleRate();
@@ -50,35 +52,35 @@ ResponsePanel::ResponsePanel(const EffectMeasurement& measurement, const Rectang
     if (echoes.echoCount() > kLaterEcho)
         add("fifth echo", echoes.echo(kLaterEcho), style::kLaterEcho, 1.8, 5.0);
 
-    // All curves are to be seen, and a flat one is not to look like a steep one.
-    double top = curves.empty() ? 0.0 : -300.0;
-    double lowestPeak = 300.0;
+    double lowestPeak = 0.0;
     for (const Curve& curve : curves) {
         const double peak = highestLevel(curve.response);
-        top = std::max(top, peak);
-        lowestPeak = std::min(lowestPeak, peak);
+        const bool first = &curve == &curves.front();
+        highestGain = first ? peak : std::max(highestGain, peak);
+        lowestPeak = first ? peak : std::min(lowestPeak, peak);
     }
-    const double upper = std::ceil((top + 3.0) / 10.0) * 10.0;
-    const double lower = std::max(
-        upper - 120.0, std::min(upper - 40.0, std::floor((lowestPeak - 20.0) / 10.0) * 10.0));
-    level = PlotAxis(lower, upper, area.bottom(), area.y);
+    // The same range in most pictures, so that a flat curve doesn't look like a steep one.
+    lowestGain = std::min(highestGain - kLeastRange, lowestPeak - kBelowPeak);
 }
 
-void ResponsePanel::drawCurve(Canvas& canvas, const Curve& curve, double widthFactor) const {
-    bool first = true;
-    for (double x = area.x; x <= area.right(); x += 1.0) {
-        const double decibel = curve.response.decibelsAt(frequency.valueAt(x));
-        const double y = level.at(std::max(decibel, level.from() - 20.0));
-        if (first)
-            canvas.moveTo(x, y);
-        else
-            canvas.lineTo(x, y);
-        first = false;
+void ResponsePanel::drawCurves(Canvas& canvas, const PlotAxis& levels, double widthFactor) const {
+    canvas.clip(area);
+    // The first echo lies on top.
+    for (auto curve = curves.rbegin(); curve != curves.rend(); ++curve) {
+        for (double x = area.x; x <= area.right(); x += 1.0) {
+            // Far below the panel is far enough for what is next to nothing.
+            const double decibel = std::max(curve->response.decibelsAt(frequency.valueAt(x)),
+                                            levels.from() - kLeastRange);
+            canvas.lineTo(x, levels.at(decibel));
+        }
+        canvas.stroke(curve->colour, curve->width * widthFactor, curve->dash * widthFactor);
     }
-    canvas.stroke(curve.colour, curve.width * widthFactor, curve.dash * widthFactor);
+    canvas.unclip();
 }
 
 void ResponsePanel::draw(Canvas& canvas) const {
+    const PlotAxis level(std::floor(lowestGain / 10.0) * 10.0,
+                         std::ceil((highestGain + 3.0) / 10.0) * 10.0, area.bottom(), area.y);
     canvas.fill(area, style::kPaper);
     for (double decade = 10.0; decade < kHighest; decade *= 10.0)
         for (int n = 2; n <= 10; ++n) {
@@ -96,10 +98,7 @@ void ResponsePanel::draw(Canvas& canvas) const {
     for (const double hertz : kLabelled)
         canvas.text(frequency.at(hertz), area.bottom() + 14.0, hertzText(hertz), kAxisSize,
                     style::kMuted, Align::Centre);
-    canvas.clip(area);
-    for (auto curve = curves.rbegin(); curve != curves.rend(); ++curve)
-        drawCurve(canvas, *curve, 1.0);
-    canvas.unclip();
+    drawCurves(canvas, level, 1.0);
     canvas.frame(area, style::kFrame, 1.0);
 
     // The legend, right-aligned above the panel.
@@ -114,15 +113,12 @@ void ResponsePanel::draw(Canvas& canvas) const {
     }
 }
 
-void ResponsePanel::drawSmall(Canvas& canvas) const {
+void ResponsePanel::drawSmall(Canvas& canvas, double lowest, double highest) const {
     canvas.fill(area, style::kBand);
     for (const double hertz : {100.0, 1000.0, 10000.0})
         canvas.line(frequency.at(hertz), area.y, frequency.at(hertz), area.bottom(), style::kGrid,
                     0.7);
-    canvas.clip(area);
-    for (auto curve = curves.rbegin(); curve != curves.rend(); ++curve)
-        drawCurve(canvas, *curve, 0.7);
-    canvas.unclip();
+    drawCurves(canvas, PlotAxis(lowest, highest, area.bottom(), area.y), 0.7);
     canvas.line(area.x, area.bottom(), area.right(), area.bottom(), style::kFrame, 0.8);
 }
 

@@ -14,10 +14,15 @@ namespace tvhost {
 // direct sound when there is no echo.
 class ResponsePanel {
 public:
+    // The scale of levels is chosen so that all curves are seen.
     ResponsePanel(const EffectMeasurement& measurement, const Rectangle& area);
 
     void draw(Canvas& canvas) const;
-    void drawSmall(Canvas& canvas) const;
+    // Grid and curves alone, with levels in dB from `lowest` to `highest`.
+    void drawSmall(Canvas& canvas, double lowest, double highest) const;
+
+    // The highest gain of any curve in dB.
+    double peak() const { return highestGain; }
 
 private:
     struct Curve {
@@ -28,12 +33,13 @@ private:
         double dash;
     };
 
-    void drawCurve(Canvas& canvas, const Curve& curve, double widthFactor) const;
+    void drawCurves(Canvas& canvas, const PlotAxis& levels, double widthFactor) const;
 
     Rectangle area;
     std::vector<Curve> curves;
     PlotAxis frequency; // Hz
-    PlotAxis level;     // dB
+    double highestGain = 0.0;
+    double lowestGain = 0.0; // the scale's lower end
 };
 
 } // namespace tvhost
