@@ -14,7 +14,7 @@ namespace tvhost {
 namespace {
 
 constexpr double kMargin = 40.0;
-constexpr double kHeading = 84.0;
+constexpr double kHeading = 104.0;
 constexpr double kFooter = 20.0;
 constexpr double kCellWidth = 308.0;
 constexpr double kCellHeight = 158.0;
@@ -77,16 +77,17 @@ void ProgramSheet::drawHeading(Canvas& canvas) const {
         canvas.text(x + 16.0, y, words, 10.0, style::kInk);
         x += 16.0 + canvas.textWidth(words, 10.0) + 20.0;
     }
-    canvas.text(
-        kMargin, y + 18.0,
-        "Left: highest sample at " +
-            std::string(response.outputs() == 2 ? "the left and the right output" : "the output") +
-            ", 0 to " + tickText(seconds * 1000.0, 0) + " ms, " + tickText(kFloor) + " to " +
-            tickText(highestLevel) +
-            " dB. Right: frequency response of the first echo (solid) and the fifth "
-            "(dashed), 20 Hz to 20 kHz, " +
-            tickText(kFloor) + " to " + tickText(highestGain) + " dB.",
-        10.0, style::kMuted);
+    const std::string outputs =
+        response.outputs() == 2 ? "the left and the right output" : "the output";
+    const std::string strips = "Left: highest sample at " + outputs + ", 0 to " +
+                               tickText(seconds * 1000.0, 0) + " ms, " + tickText(kFloor) + " to " +
+                               tickText(highestLevel) + " dB.";
+    const std::string curves =
+        "Right: frequency response of the first echo (solid) and the fifth (dashed), 20 Hz to "
+        "20 kHz, " +
+        tickText(kFloor) + " to " + tickText(highestGain) + " dB.";
+    canvas.text(kMargin, y + 18.0, strips, 10.0, style::kMuted);
+    canvas.text(kMargin, y + 33.0, curves, 10.0, style::kMuted);
 }
 
 void ProgramSheet::drawCell(Canvas& canvas, const EffectMeasurement& measurement, double x,

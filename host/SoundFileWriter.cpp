@@ -13,6 +13,17 @@ namespace {
 // Good for music at any rate; the library's own default is below that.
 constexpr double kLossyQuality = 0.7;
 
+// The library's word for what went wrong, without its ornaments.
+std::string reason(const char* words) {
+    std::string text = plainText(words);
+    for (const std::string ornament : {"Error : ", "Error: "})
+        if (text.rfind(ornament, 0) == 0)
+            text.erase(0, ornament.size());
+    while (!text.empty() && (text.back() == '.' || text.back() == ' '))
+        text.pop_back();
+    return text;
+}
+
 } // namespace
 
 SoundFileWriter::SoundFileWriter(const std::string& path_, const SoundFormat& format, int channels,
@@ -24,7 +35,7 @@ SoundFileWriter::SoundFileWriter(const std::string& path_, const SoundFormat& fo
     file = sf_open_fd(output.descriptor(), SFM_WRITE, &info, SF_FALSE);
     if (!file)
         throw UserError(path + " cannot be written as " + format.name + ": " +
-                        plainText(sf_strerror(nullptr)) + "; give another format");
+                        reason(sf_strerror(nullptr)) + "; give another --rate or format");
     // The peak chunk carries the time of writing, and equal renders are to give equal files.
     sf_command(file, SFC_SET_ADD_PEAK_CHUNK, nullptr, SF_FALSE);
     if (!format.fixedPoint && !format.floatingPoint) {
@@ -53,7 +64,7 @@ void SoundFileWriter::write(const float* interleaved, std::int64_t frames) {
         interleaved = clipped.data();
     }
     if (sf_writef_float(file, interleaved, frames) != frames)
-        throw UserError(path + " cannot be written: " + plainText(sf_strerror(file)) +
+        throw UserError(path + " cannot be written: " + reason(sf_strerror(file)) +
                         "; give a file in a folder with room for it");
     frameCount += frames;
 }
@@ -62,7 +73,7 @@ void SoundFileWriter::finish() {
     const int error = sf_close(file);
     file = nullptr;
     if (error != 0)
-        throw UserError(path + " cannot be written: " + sf_error_number(error) +
+        throw UserError(path + " cannot be written: " + reason(sf_error_number(error)) +
                         "; give a file in a folder with room for it");
     output.commit();
 }

@@ -18,7 +18,7 @@ TailGate TailGate::untilQuiet(int channels, std::int64_t quietFrames, std::int64
 TailGate::TailGate(int channels_, float threshold_, std::int64_t quietFrames_,
                    std::int64_t longest_, std::int64_t notBefore)
     : channels(channels_), threshold(threshold_), quietFrames(quietFrames_), longest(longest_),
-      quietFrom(notBefore) {}
+      quietFrom(std::max<std::int64_t>(0, notBefore)) {}
 
 void TailGate::push(const float* frame) {
     held.insert(held.end(), frame, frame + channels);

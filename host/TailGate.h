@@ -18,7 +18,8 @@ public:
 
     // All lengths in frames, counted from the end of the input.
     static TailGate ofLength(int channels, std::int64_t frames);
-    // The quiet stretch begins at `notBefore` at the earliest and lasts `quietFrames`.
+    // The quiet stretch begins at `notBefore` at the earliest (0 where that is negative) and lasts
+    // `quietFrames`.
     static TailGate untilQuiet(int channels, std::int64_t quietFrames, std::int64_t longest,
                                std::int64_t notBefore);
 
