@@ -7,7 +7,7 @@
 
 Sound readSound(const std::string& path) {
     SndfileHandle file(path);
-    if (!file) {
+    if (file.rawHandle() == nullptr) {
         throw UserError(path + ": " + file.strError() + " A readable sound file is needed.");
     }
     if (file.channels() > 2) {
@@ -33,7 +33,7 @@ void writeSound(const std::string& path, const Sound& sound) {
     {
         SndfileHandle file(output.temporaryPath(), SFM_WRITE, SF_FORMAT_WAV | SF_FORMAT_PCM_16, 2,
                            sound.sampleRate);
-        if (!file) {
+        if (file.rawHandle() == nullptr) {
             throw UserError(path + ": can't be written; a path in a writable folder is needed");
         }
         file.command(SFC_SET_CLIPPING, nullptr, SF_TRUE);
