@@ -17,7 +17,7 @@ struct FilterPair {
 };
 
 struct Stretch {
-    VstInt32 frames; // 1 to kMaxStretch
+    VstInt32 frames; // 1 to kMaxStretch; as a result, how many went through
 
     const float* inLeft;
     const float* inRight;
@@ -68,21 +68,21 @@ struct SampleFields {
 
 static_assert(sizeof(SampleFields) == 104);
 
-// The kernels of one instruction set. All give the same bits. They neither allocate nor lock.
-struct StretchKernels {
-    // Reads from memory, anew for each of up to `most` samples: `live`, `liveFeedBack` and the
-    // gains of the stretch's pairs. Returns how many samples in a row found in them what `held`,
-    // stretch.feedBack and the gains hold at the call, perhaps fewer.
-    int (*countAlike)(const Stretch& stretch, const SampleFields& live, const SampleFields& held,
-                      const float& liveFeedBack, int most);
-    // Takes all of the stretch's samples through the signal path.
-    void (*render)(Stretch& stretch);
-};
+// Takes the stretch's samples through the signal path and sets stretch.frames to how many. While it
+// does, it reads for each sample anew, from memory, `live`, `liveFeedBack` and the gains of the
+// stretch's pairs; the stretch ends before a sample that finds in them something else than `held`,
+// stretch.feedBack and the gains hold at the call, perhaps with the first sample. Neither allocates
+// nor locks.
+using RenderStretch = void (*)(Stretch& stretch, const SampleFields& live, const SampleFields& held,
+                               const float& liveFeedBack);
 
-extern const StretchKernels kSse2Kernels; // for any x86-64
-extern const StretchKernels kAvxKernels;  // for machines with AVX
+// The same bits, by different instruction sets.
+void renderStretchSse2(Stretch& stretch, const SampleFields& live, const SampleFields& held,
+                       const float& liveFeedBack); // for any x86-64
+void renderStretchAvx(Stretch& stretch, const SampleFields& live, const SampleFields& held,
+                      const float& liveFeedBack); // for machines with AVX
 
 bool machineHasAvx();
 
 // The fastest that this machine runs, chosen when the code is loaded.
-extern const StretchKernels stretchKernels;
+extern const RenderStretch renderStretch;

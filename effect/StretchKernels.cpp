@@ -22,4 +22,4 @@ bool machineHasAvx() {
     return (saved & kSseAndAvx) == kSseAndAvx;
 }
 
-const StretchKernels stretchKernels = machineHasAvx() ? kAvxKernels : kSse2Kernels;
+const RenderStretch renderStretch = machineHasAvx() ? renderStretchAvx : renderStretchSse2;

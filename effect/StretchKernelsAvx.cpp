@@ -1,31 +1,31 @@
 // Lanes of the filters are left and right of both chains, and two pairs take turns in one loop:
 // each waits long for its own last result, and fills the other's waiting time.
+#define TVDELAY_TARGET __attribute__((target("avx")))
+
 #include "effect/LiveField.h"
 #include "effect/StretchRender.h"
 
 #include <immintrin.h>
 
-#define TVDELAY_AVX __attribute__((target("avx")))
-
 namespace {
 
-TVDELAY_AVX TVDELAY_INLINE __m128d gather(const double& left, const double& right) {
+TVDELAY_INLINE __m128d gather(const double& left, const double& right) {
     return _mm_set_pd(right, left);
 }
 
-TVDELAY_AVX TVDELAY_INLINE __m256d gatherTwice(const double& left, const double& right) {
+TVDELAY_INLINE __m256d gatherTwice(const double& left, const double& right) {
     const __m128d both = gather(left, right);
     return _mm256_set_m128d(both, both);
 }
 
-TVDELAY_AVX TVDELAY_INLINE void scatter(__m128d lanes, double& left, double& right) {
+TVDELAY_INLINE void scatter(__m128d lanes, double& left, double& right) {
     _mm_storel_pd(&left, lanes);
     _mm_storeh_pd(&right, lanes);
 }
 
 // A pair while it runs over a stretch; its filters get their state back by `finish`.
 struct RunningPair {
-    TVDELAY_AVX TVDELAY_INLINE void start(FilterPair filters, StretchTaps& taps) {
+    TVDELAY_INLINE void start(FilterPair filters, StretchTaps& taps) {
         pair = filters;
         in = taps.samples;
         c = _mm256_set_m128d(gather(pair.left->highCoefficient, pair.right->highCoefficient),
@@ -44,7 +44,7 @@ struct RunningPair {
     }
 
     // Frames `i` and `i + 1`; writes their results, rounded to single precision, to `out`.
-    TVDELAY_AVX TVDELAY_INLINE void tickTwo(long i, StretchTaps& out) {
+    TVDELAY_INLINE void tickTwo(long i, StretchTaps& out) {
         const __m256d first = advance(i);
         const __m256d second = advance(i + 1);
         const __m256d lowBand = _mm256_permute2f128_pd(first, second, 0x20);
@@ -58,7 +58,7 @@ struct RunningPair {
     }
 
     // Frame `i` by itself.
-    TVDELAY_AVX TVDELAY_INLINE void tickOne(long i, StretchTaps& out) {
+    TVDELAY_INLINE void tickOne(long i, StretchTaps& out) {
         const __m256d chains = advance(i);
         const __m128d lowBand = _mm256_castpd256_pd128(chains);
         const __m128d highChain = _mm256_extractf128_pd(chains, 1);
@@ -71,7 +71,7 @@ struct RunningPair {
                      _mm_cvtps_pd(_mm_cvtpd_ps(_mm_add_pd(_mm_add_pd(high, mid), low))));
     }
 
-    TVDELAY_AVX TVDELAY_INLINE void finish(int frames) {
+    TVDELAY_INLINE void finish(long frames) {
         keepStages(0, s0);
         keepStages(1, s1);
         keepStages(2, s2);
@@ -84,7 +84,7 @@ struct RunningPair {
 
 private:
     // Both chains on the input of frame `i`; returns their last stages.
-    TVDELAY_AVX TVDELAY_INLINE __m256d advance(long i) {
+    TVDELAY_INLINE __m256d advance(long i) {
         const __m256d x =
             _mm256_broadcast_pd(reinterpret_cast<const __m128d*>(in + 2 * (kInputHistory + i)));
         const __m256d v = _mm256_set1_pd(kAntiDenormal);
@@ -95,12 +95,12 @@ private:
         return s3;
     }
 
-    TVDELAY_AVX TVDELAY_INLINE __m256d stagesOf(int stage) const {
+    TVDELAY_INLINE __m256d stagesOf(int stage) const {
         return _mm256_set_m128d(gather(pair.left->highStages[stage], pair.right->highStages[stage]),
                                 gather(pair.left->lowStages[stage], pair.right->lowStages[stage]));
     }
 
-    TVDELAY_AVX TVDELAY_INLINE void keepStages(int stage, __m256d s) {
+    TVDELAY_INLINE void keepStages(int stage, __m256d s) {
         scatter(_mm256_castpd256_pd128(s), pair.left->lowStages[stage],
                 pair.right->lowStages[stage]);
         scatter(_mm256_extractf128_pd(s, 1), pair.left->highStages[stage],
@@ -119,147 +119,131 @@ private:
     __m256d s3;
 };
 
-struct Pairs {
-    template <typename Meanwhile>
-    TVDELAY_AVX static void tickPair(FilterPair pair, StretchTaps& in, StretchTaps& out, int frames,
-                                     Meanwhile meanwhile) {
-        RunningPair running;
-        running.start(pair, in);
-        long i = 0;
-        for (; i + 2 <= frames; i += 2) {
-            running.tickTwo(i, out);
-            meanwhile(i);
-        }
-        if (i < frames) {
-            running.tickOne(i, out);
-            meanwhile(i);
-        }
-        running.finish(frames);
-    }
-
-    template <typename Meanwhile>
-    TVDELAY_AVX static void tickTwoPairs(FilterPair first, FilterPair second, StretchTaps& in,
-                                         StretchTaps& between, StretchTaps& out, int frames,
-                                         Meanwhile meanwhile) {
-        // How far the second pair runs behind the first, so that what it takes is ready.
-        constexpr long kLag = 8;
-        if (frames < kLag) {
-            tickPair(first, in, between, frames, meanwhile);
-            tickPair(second, between, out, frames, NoFactors());
-            return;
-        }
-        RunningPair ahead;
-        RunningPair behind;
-        ahead.start(first, in);
-        behind.start(second, between);
-        for (long i = 0; i < kLag; i += 2) {
-            ahead.tickTwo(i, between);
-            meanwhile(i);
-        }
-        long i = kLag;
-        for (; i + 2 <= frames; i += 2) {
-            ahead.tickTwo(i, between);
-            behind.tickTwo(i - kLag, out);
-            meanwhile(i);
-        }
-        if (i < frames) {
-            ahead.tickOne(i, between);
-            meanwhile(i);
-        }
-        i -= kLag;
-        for (; i + 2 <= frames; i += 2) {
-            behind.tickTwo(i, out);
-        }
-        if (i < frames) {
-            behind.tickOne(i, out);
-        }
-        ahead.finish(frames);
-        behind.finish(frames);
-    }
-};
-
-TVDELAY_AVX void render(Stretch& stretch) {
-    renderWith<Pairs>(stretch);
-}
-
-TVDELAY_AVX TVDELAY_INLINE __m256 bytesAt(const void* bytes) {
+TVDELAY_INLINE __m256 bytesAt(const void* bytes) {
     return _mm256_loadu_ps(static_cast<const float*>(bytes));
 }
 
-TVDELAY_AVX TVDELAY_INLINE __m256 changeAt(const void* bytes, __m256 held) {
-    return _mm256_xor_ps(held, bytesAt(bytes));
-}
-
-TVDELAY_AVX TVDELAY_INLINE std::int64_t wordAt(const double& value) {
+TVDELAY_INLINE std::int64_t wordAt(const double& value) {
     std::int64_t word;
     std::memcpy(&word, &value, sizeof(word));
     return word;
 }
 
-// A filter's three gains, with the input before them, which is the audio thread's own.
-TVDELAY_AVX TVDELAY_INLINE const void* gainsOf(const FourPoleFilter* filter) {
-    return &filter->inputHistory[2];
-}
-
-template <int kPairs>
-TVDELAY_AVX TVDELAY_INLINE int countAlikeWith(const Stretch& stretch, const SampleFields& live,
-                                              const SampleFields& held, const float& liveFeedBack,
-                                              int most) {
-    // Length and position of the delay; filters, their places and the balance.
-    const __m256 delay = bytesAt(&held.delayLength);
-    const __m256 placement = bytesAt(&held.lowPass);
-    const std::int64_t mix = wordAt(held.mix);
-    const std::int64_t panDepth = wordAt(held.panDepth);
-    const int feedBack = bitsOf(stretch.feedBack);
-    constexpr int kFilters = 2 * kPairs;
-    const void* filters[kFilters + 1];
-    __m256 gains[kFilters + 1];
-    for (int pair = 0; pair < kPairs; ++pair) {
-        filters[2 * pair] = gainsOf(stretch.pairs[pair].left);
-        filters[2 * pair + 1] = gainsOf(stretch.pairs[pair].right);
-    }
-    for (int filter = 0; filter < kFilters; ++filter) {
-        gains[filter] = bytesAt(filters[filter]);
-    }
-
-    constexpr int kSamplesPerBranch = 4;
-    int count = 0;
-    while (count < most) {
-        __m256 change = _mm256_setzero_ps();
-        std::int64_t wordChange = 0;
-        int feedBackChange = 0;
-        for (int sample = 0; sample < kSamplesPerBranch; ++sample) {
-            forgetMemory();
-            change = _mm256_or_ps(change, changeAt(&live.delayLength, delay));
-            change = _mm256_or_ps(change, changeAt(&live.lowPass, placement));
-            for (int filter = 0; filter < kFilters; ++filter) {
-                change = _mm256_or_ps(change, changeAt(filters[filter], gains[filter]));
+struct Kernel {
+    template <int kPairs>
+    class FieldWatch {
+    public:
+        TVDELAY_INLINE FieldWatch(const Stretch& stretch, const SampleFields& liveFields,
+                                  const SampleFields& held, const float& liveFeedBack)
+            : live(liveFields), feedBack(liveFeedBack), heldDelay(bytesAt(&held.delayLength)),
+              heldPlacement(bytesAt(&held.lowPass)), heldMix(wordAt(held.mix)),
+              heldPanDepth(wordAt(held.panDepth)), heldFeedBack(bitsOf(stretch.feedBack)) {
+            for (int pair = 0; pair < kPairs; ++pair) {
+                gains[2 * pair] = gainsOf(stretch.pairs[pair].left);
+                gains[2 * pair + 1] = gainsOf(stretch.pairs[pair].right);
             }
-            wordChange |= wordAt(live.mix) ^ mix;
-            wordChange |= wordAt(live.panDepth) ^ panDepth;
-            feedBackChange |= bitsOf(liveFeedBack) ^ feedBack;
+            for (int filter = 0; filter < kFilters; ++filter) {
+                heldGains[filter] = bytesAt(gains[filter]);
+            }
         }
-        const __m256i bits = _mm256_castps_si256(change);
-        if (_mm256_testz_si256(bits, bits) == 0 || (wordChange | feedBackChange) != 0) {
-            return count;
-        }
-        count += kSamplesPerBranch;
-    }
-    return most;
-}
 
-TVDELAY_AVX int countAlike(const Stretch& stretch, const SampleFields& live,
-                           const SampleFields& held, const float& liveFeedBack, int most) {
-    switch (stretch.pairsRunning) {
-    case 2:
-        return countAlikeWith<2>(stretch, live, held, liveFeedBack, most);
-    case 1:
-        return countAlikeWith<1>(stretch, live, held, liveFeedBack, most);
-    default:
-        return countAlikeWith<0>(stretch, live, held, liveFeedBack, most);
+        TVDELAY_INLINE bool twoFramesAlike() const {
+            __m256 change = _mm256_setzero_ps();
+            std::int64_t wordChange = 0;
+            for (int frame = 0; frame < 2; ++frame) {
+                forgetMemory();
+                change = _mm256_or_ps(change, _mm256_xor_ps(heldDelay, bytesAt(&live.delayLength)));
+                change = _mm256_or_ps(change, _mm256_xor_ps(heldPlacement, bytesAt(&live.lowPass)));
+                for (int filter = 0; filter < kFilters; ++filter) {
+                    change = _mm256_or_ps(change,
+                                          _mm256_xor_ps(heldGains[filter], bytesAt(gains[filter])));
+                }
+                wordChange |= wordAt(live.mix) ^ heldMix;
+                wordChange |= wordAt(live.panDepth) ^ heldPanDepth;
+                wordChange |= bitsOf(feedBack) ^ heldFeedBack;
+            }
+            const __m256i bits = _mm256_castps_si256(change);
+            return _mm256_testz_si256(bits, bits) != 0 && wordChange == 0;
+        }
+
+    private:
+        static constexpr int kFilters = 2 * kPairs;
+
+        // A filter's three gains, with the input before them, which changes only when a stretch is
+        // over.
+        TVDELAY_INLINE static const void* gainsOf(const FourPoleFilter* filter) {
+            return &filter->inputHistory[kInputHistory - 1];
+        }
+
+        const SampleFields& live;
+        const float& feedBack;
+        __m256 heldDelay;     // length and position
+        __m256 heldPlacement; // filters, their places and the balance
+        std::int64_t heldMix;
+        std::int64_t heldPanDepth;
+        int heldFeedBack;
+        const void* gains[kFilters + 1];
+        __m256 heldGains[kFilters + 1];
+    };
+
+    template <typename Meanwhile>
+    TVDELAY_TARGET static int tickPair(FilterPair pair, StretchTaps& in, StretchTaps& out,
+                                       int frames, Meanwhile meanwhile) {
+        RunningPair running;
+        running.start(pair, in);
+        const long even = frames / 2 * 2;
+        long i = 0;
+        while (i < even && meanwhile(i)) {
+            running.tickTwo(i, out);
+            i += 2;
+        }
+        if (i == even && i < frames && meanwhile(i)) {
+            running.tickOne(i, out);
+            ++i;
+        }
+        running.finish(i);
+        return static_cast<int>(i);
     }
-}
+
+    template <typename Meanwhile>
+    TVDELAY_TARGET static int tickTwoPairs(FilterPair first, FilterPair second, StretchTaps& in,
+                                           StretchTaps& between, StretchTaps& out, int frames,
+                                           Meanwhile meanwhile) {
+        // How far the second pair runs behind the first, so that what it takes is ready.
+        constexpr long kLag = 8;
+        RunningPair ahead;
+        RunningPair behind;
+        ahead.start(first, in);
+        behind.start(second, between);
+        const long even = frames / 2 * 2;
+        long i = 0;
+        while (i < even && meanwhile(i)) {
+            ahead.tickTwo(i, between);
+            if (i >= kLag) {
+                behind.tickTwo(i - kLag, out);
+            }
+            i += 2;
+        }
+        long done = i > kLag ? i - kLag : 0;
+        if (i == even && i < frames && meanwhile(i)) {
+            ahead.tickOne(i, between);
+            ++i;
+        }
+        for (; done + 2 <= i; done += 2) {
+            behind.tickTwo(done, out);
+        }
+        if (done < i) {
+            behind.tickOne(done, out);
+        }
+        ahead.finish(i);
+        behind.finish(i);
+        return static_cast<int>(i);
+    }
+};
 
 } // namespace
 
-const StretchKernels kAvxKernels = {countAlike, render};
+TVDELAY_TARGET void renderStretchAvx(Stretch& stretch, const SampleFields& live,
+                                     const SampleFields& held, const float& liveFeedBack) {
+    renderWith<Kernel>(stretch, live, held, liveFeedBack);
+}

@@ -1,4 +1,6 @@
 // Lanes of the filters are left and right; each chain has registers of its own.
+#define TVDELAY_TARGET
+
 #include "effect/LiveField.h"
 #include "effect/StretchRender.h"
 
@@ -15,15 +17,73 @@ TVDELAY_INLINE void scatter(__m128d lanes, double& left, double& right) {
     _mm_storeh_pd(&right, lanes);
 }
 
-struct Pairs {
+TVDELAY_INLINE __m128i bytesAt(const void* bytes) {
+    return _mm_loadu_si128(static_cast<const __m128i*>(bytes));
+}
+
+struct Kernel {
+    template <int kPairs>
+    class FieldWatch {
+    public:
+        TVDELAY_INLINE FieldWatch(const Stretch& stretch, const SampleFields& live,
+                                  const SampleFields& held, const float& liveFeedBack)
+            : feedBack(liveFeedBack), heldFeedBack(bitsOf(stretch.feedBack)) {
+            watch(0, &live.delayLength, &held.delayLength);
+            watch(1, &live.delayPosition, &held.delayPosition);
+            watch(2, &live.lowPass, &held.lowPass);           // and highPass
+            watch(3, &live.highPassType, &held.highPassType); // and lowPassType and leftRight
+            watch(4, &live.mix, &held.mix);
+            watch(5, &live.lastSampleRate, &held.lastSampleRate); // and panDepth
+            for (int pair = 0; pair < kPairs; ++pair) {
+                watchGains(kFields + 4 * pair, stretch.pairs[pair].left);
+                watchGains(kFields + 4 * pair + 2, stretch.pairs[pair].right);
+            }
+        }
+
+        TVDELAY_INLINE bool twoFramesAlike() const {
+            __m128i change = _mm_setzero_si128();
+            for (int frame = 0; frame < 2; ++frame) {
+                forgetMemory();
+                change = _mm_or_si128(change, _mm_cvtsi32_si128(bitsOf(feedBack) ^ heldFeedBack));
+                for (int part = 0; part < kParts; ++part) {
+                    change =
+                        _mm_or_si128(change, _mm_xor_si128(parts[part], bytesAt(places[part])));
+                }
+            }
+            return _mm_movemask_epi8(_mm_cmpeq_epi8(change, _mm_setzero_si128())) == 0xffff;
+        }
+
+    private:
+        static constexpr int kFields = 6;
+        static constexpr int kParts = kFields + 4 * kPairs;
+
+        TVDELAY_INLINE void watch(int part, const void* live, const void* held) {
+            places[part] = live;
+            parts[part] = bytesAt(held);
+        }
+
+        TVDELAY_INLINE void watchGains(int part, const FourPoleFilter* filter) {
+            watch(part, &filter->lowGain, &filter->lowGain);     // and midGain
+            watch(part + 1, &filter->midGain, &filter->midGain); // and highGain
+        }
+
+        const float& feedBack;
+        int heldFeedBack;
+        const void* places[kParts];
+        __m128i parts[kParts];
+    };
+
     template <typename Meanwhile>
-    static void tickPair(FilterPair pair, StretchTaps& in, StretchTaps& out, int frames,
-                         Meanwhile meanwhile) {
+    static int tickPair(FilterPair pair, StretchTaps& in, StretchTaps& out, int frames,
+                        Meanwhile meanwhile) {
         FourPoleFilter* const left = pair.left;
         FourPoleFilter* const right = pair.right;
         const __m128d v = _mm_set1_pd(kAntiDenormal);
         const __m128d lowC = gather(left->lowCoefficient, right->lowCoefficient);
         const __m128d highC = gather(left->highCoefficient, right->highCoefficient);
+        const __m128d lowGain = gather(left->lowGain, right->lowGain);
+        const __m128d midGain = gather(left->midGain, right->midGain);
+        const __m128d highGain = gather(left->highGain, right->highGain);
         __m128d low[4];
         __m128d high[4];
         for (int stage = 0; stage < 4; ++stage) {
@@ -34,11 +94,9 @@ struct Pairs {
         for (int age = 0; age < kInputHistory; ++age) {
             history[age] = gather(left->inputHistory[age], right->inputHistory[age]);
         }
-        const __m128d lowGain = gather(left->lowGain, right->lowGain);
-        const __m128d midGain = gather(left->midGain, right->midGain);
-        const __m128d highGain = gather(left->highGain, right->highGain);
 
-        for (int i = 0; i < frames; ++i) {
+        int i = 0;
+        for (; i < frames && (i % 2 != 0 || meanwhile(i)); ++i) {
             const __m128d x = _mm_load_pd(in.first() + 2 * i);
             low[0] = _mm_add_pd(_mm_add_pd(low[0], v), _mm_mul_pd(_mm_sub_pd(x, low[0]), lowC));
             high[0] = _mm_add_pd(_mm_add_pd(high[0], v), _mm_mul_pd(_mm_sub_pd(x, high[0]), highC));
@@ -57,9 +115,6 @@ struct Pairs {
             history[2] = history[1];
             history[1] = history[0];
             history[0] = x;
-            if (i % 2 == 0) {
-                meanwhile(i);
-            }
         }
 
         for (int stage = 0; stage < 4; ++stage) {
@@ -69,78 +124,21 @@ struct Pairs {
         for (int age = 0; age < kInputHistory; ++age) {
             scatter(history[age], left->inputHistory[age], right->inputHistory[age]);
         }
+        return i;
     }
 
     template <typename Meanwhile>
-    TVDELAY_INLINE static void tickTwoPairs(FilterPair first, FilterPair second, StretchTaps& in,
-                                            StretchTaps& between, StretchTaps& out, int frames,
-                                            Meanwhile meanwhile) {
-        tickPair(first, in, between, frames, meanwhile);
-        tickPair(second, between, out, frames, NoFactors());
+    TVDELAY_INLINE static int tickTwoPairs(FilterPair first, FilterPair second, StretchTaps& in,
+                                           StretchTaps& between, StretchTaps& out, int frames,
+                                           Meanwhile meanwhile) {
+        const int taken = tickPair(first, in, between, frames, meanwhile);
+        return tickPair(second, between, out, taken, [](long) { return true; });
     }
 };
 
-void render(Stretch& stretch) {
-    renderWith<Pairs>(stretch);
-}
-
-TVDELAY_INLINE __m128i bytesAt(const void* bytes, int offset) {
-    return _mm_loadu_si128(
-        reinterpret_cast<const __m128i*>(static_cast<const char*>(bytes) + offset));
-}
-
-constexpr int kFieldParts = 7;
-constexpr int kFieldOffsets[kFieldParts] = {0, 16, 32, 48, 64, 80, sizeof(SampleFields) - 16};
-
-template <int kPairs>
-TVDELAY_INLINE int countAlikeWith(const Stretch& stretch, const SampleFields& live,
-                                  const SampleFields& held, const float& liveFeedBack, int most) {
-    __m128i fields[kFieldParts];
-    for (int part = 0; part < kFieldParts; ++part) {
-        fields[part] = bytesAt(&held, kFieldOffsets[part]);
-    }
-    constexpr int kGainParts = 4 * kPairs;
-    const double* gainPlaces[kGainParts + 1];
-    __m128i gains[kGainParts + 1];
-    for (int pair = 0; pair < kPairs; ++pair) {
-        gainPlaces[4 * pair] = &stretch.pairs[pair].left->lowGain;
-        gainPlaces[4 * pair + 1] = &stretch.pairs[pair].left->midGain;
-        gainPlaces[4 * pair + 2] = &stretch.pairs[pair].right->lowGain;
-        gainPlaces[4 * pair + 3] = &stretch.pairs[pair].right->midGain;
-    }
-    for (int part = 0; part < kGainParts; ++part) {
-        gains[part] = bytesAt(gainPlaces[part], 0);
-    }
-
-    for (int count = 0; count < most; ++count) {
-        forgetMemory();
-        __m128i change = _mm_cvtsi32_si128(bitsOf(liveFeedBack) ^ bitsOf(stretch.feedBack));
-        for (int part = 0; part < kFieldParts; ++part) {
-            change = _mm_or_si128(change,
-                                  _mm_xor_si128(fields[part], bytesAt(&live, kFieldOffsets[part])));
-        }
-        for (int part = 0; part < kGainParts; ++part) {
-            change = _mm_or_si128(change, _mm_xor_si128(gains[part], bytesAt(gainPlaces[part], 0)));
-        }
-        if (_mm_movemask_epi8(_mm_cmpeq_epi8(change, _mm_setzero_si128())) != 0xffff) {
-            return count;
-        }
-    }
-    return most;
-}
-
-int countAlike(const Stretch& stretch, const SampleFields& live, const SampleFields& held,
-               const float& liveFeedBack, int most) {
-    switch (stretch.pairsRunning) {
-    case 2:
-        return countAlikeWith<2>(stretch, live, held, liveFeedBack, most);
-    case 1:
-        return countAlikeWith<1>(stretch, live, held, liveFeedBack, most);
-    default:
-        return countAlikeWith<0>(stretch, live, held, liveFeedBack, most);
-    }
-}
-
 } // namespace
 
-const StretchKernels kSse2Kernels = {countAlike, render};
+void renderStretchSse2(Stretch& stretch, const SampleFields& live, const SampleFields& held,
+                       const float& liveFeedBack) {
+    renderWith<Kernel>(stretch, live, held, liveFeedBack);
+}

@@ -38,14 +38,13 @@ VstInt32 VstXSynth::processStretch(const StereoBlock& block, VstInt32 frames) {
     SampleFields fields;
     std::memcpy(&fields, &live, sizeof(fields));
 
+    // The first sample of a pass goes by itself, so that a stretch never starts where the lines are
+    // rewound to.
     const std::int64_t start = fields.delayPosition;
-    if (fields.delayLength > kDelayCapacity || fields.delayLength - start <= kMinStretch) {
+    const std::int64_t beforeWrap = fields.delayLength - 1 - start;
+    if (start == 0 || beforeWrap < kMinStretch || fields.delayLength > kDelayCapacity) {
         return 0;
     }
-    const std::int64_t beforeWrap = fields.delayLength - 1 - start;
-    const auto most =
-        static_cast<VstInt32>(std::min<std::int64_t>({beforeWrap, frames, kMaxStretch}));
-
     Stretch stretch;
     const bool lowOn = fields.lowPass > 0.0;
     const bool highOn = fields.highPass > 0.0;
@@ -65,12 +64,9 @@ VstInt32 VstXSynth::processStretch(const StereoBlock& block, VstInt32 frames) {
     }
     stretch.pairsRunning = pairs;
 
+    stretch.frames =
+        static_cast<VstInt32>(std::min<std::int64_t>({beforeWrap, frames, kMaxStretch}));
     stretch.feedBack = readLive(feedBack);
-    stretch.frames = stretchKernels.countAlike(stretch, live, fields, feedBack, most);
-    if (stretch.frames < kMinStretch) {
-        return 0;
-    }
-
     stretch.inLeft = block.inLeft;
     stretch.inRight = block.inRight;
     stretch.outLeft = block.outLeft;
@@ -89,7 +85,10 @@ VstInt32 VstXSynth::processStretch(const StereoBlock& block, VstInt32 frames) {
     stretch.start = static_cast<VstInt32>(start);
     stretch.length = static_cast<VstInt32>(fields.delayLength);
 
-    stretchKernels.render(stretch);
+    renderStretch(stretch, live, fields, feedBack);
+    if (stretch.frames == 0) {
+        return 0;
+    }
 
     sweepPhase = stretch.sweepPhase;
     sineIndex = stretch.sineIndex;

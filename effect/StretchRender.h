@@ -10,7 +10,7 @@
 #include <cstring>
 #include <emmintrin.h>
 
-#define TVDELAY_INLINE __attribute__((always_inline)) inline
+#define TVDELAY_INLINE TVDELAY_TARGET __attribute__((always_inline)) inline
 
 namespace {
 
@@ -122,6 +122,28 @@ TVDELAY_INLINE void mixSwept(float* __restrict out, const float* __restrict taps
     }
 }
 
+// What goes on at every second frame while the filters run. Of an odd number of frames the last
+// call covers one frame more than there is.
+template <typename Watch, typename Factors>
+class Meanwhile {
+public:
+    TVDELAY_INLINE Meanwhile(const Watch& fieldWatch, const Factors& sweepFactors)
+        : watch(fieldWatch), factors(sweepFactors) {}
+
+    // False when frame `i` or `i + 1` reads something new: the stretch is to end before `i`.
+    TVDELAY_INLINE bool operator()(long i) {
+        if (!watch.twoFramesAlike()) {
+            return false;
+        }
+        factors(i);
+        return true;
+    }
+
+private:
+    Watch watch;
+    Factors factors;
+};
+
 // The taps of a stretch: into the loop, and as they go out.
 struct FilteredTaps {
     Channel loopLeft;
@@ -132,49 +154,76 @@ struct FilteredTaps {
     const float* wetRight;
 };
 
-// `Pairs` has the filters: tickPair(pair, in, out, frames, meanwhile) runs `in` through a pair into
-// `out`, and tickTwoPairs(first, second, in, between, out, frames, meanwhile) through two; every
-// result is rounded to single precision. Both call meanwhile(i) for each even frame.
-template <typename Pairs, typename Meanwhile>
-TVDELAY_INLINE void filterTaps(const Stretch& stretch, FilteredTaps& filtered,
-                               Meanwhile meanwhile) {
-    const int frames = stretch.frames;
+// Returns how many frames were taken.
+//
+// `Kernel` has what depends on the instruction set: tickPair(pair, in, out, frames, meanwhile) runs
+// `in` through a pair into `out`, and tickTwoPairs(first, second, in, between, out, frames,
+// meanwhile) through two; every result is rounded to single precision. Both ask meanwhile(i) ahead
+// of each even frame, end before it when it answers false, and return how many frames they took.
+template <typename Kernel, int kPairs, typename Factors>
+TVDELAY_INLINE int filterTaps(const Stretch& stretch, const SampleFields& live,
+                              const SampleFields& held, const float& liveFeedBack,
+                              const Factors& factors, FilteredTaps& filtered) {
+    using Watch = typename Kernel::template FieldWatch<kPairs>;
+    Meanwhile<Watch, Factors> meanwhile(Watch(stretch, live, held, liveFeedBack), factors);
     filtered.wetLeft = filtered.loopLeft;
     filtered.wetRight = filtered.loopRight;
-    if (stretch.pairsRunning == 0) {
+    if (kPairs == 0) {
+        int frames = 0;
+        while (frames < stretch.frames && meanwhile(frames)) {
+            frames += 2;
+        }
+        frames = frames < stretch.frames ? frames : stretch.frames;
         copy(stretch.lineLeft, filtered.loopLeft, frames);
         copy(stretch.lineRight, filtered.loopRight, frames);
-        for (long i = 0; i < frames; i += 2) {
-            meanwhile(i);
-        }
-        return;
+        return frames;
     }
-    StretchTaps taps[3]; // before, between and behind the pairs
-    interleave(stretch.lineLeft, stretch.lineRight, taps[0], frames);
-    if (stretch.pairsRunning == 2) {
-        Pairs::tickTwoPairs(stretch.pairs[0], stretch.pairs[1], taps[0], taps[1], taps[2], frames,
-                            meanwhile);
+    StretchTaps taps[kPairs + 1]; // before, between and behind the pairs
+    interleave(stretch.lineLeft, stretch.lineRight, taps[0], stretch.frames);
+    int frames;
+    if constexpr (kPairs == 2) {
+        frames = Kernel::tickTwoPairs(stretch.pairs[0], stretch.pairs[1], taps[0], taps[1], taps[2],
+                                      stretch.frames, meanwhile);
     } else {
-        Pairs::tickPair(stretch.pairs[0], taps[0], taps[1], frames, meanwhile);
+        frames =
+            Kernel::tickPair(stretch.pairs[0], taps[0], taps[kPairs], stretch.frames, meanwhile);
     }
     deinterleave(taps[stretch.pairsInside], filtered.loopLeft, filtered.loopRight, frames);
-    if (stretch.pairsRunning > stretch.pairsInside) {
-        deinterleave(taps[stretch.pairsRunning], filtered.behindLeft, filtered.behindRight, frames);
+    if (stretch.pairsInside < kPairs) {
+        deinterleave(taps[kPairs], filtered.behindLeft, filtered.behindRight, frames);
         filtered.wetLeft = filtered.behindLeft;
         filtered.wetRight = filtered.behindRight;
     }
+    return frames;
 }
 
-template <typename Pairs>
-TVDELAY_INLINE void renderWith(Stretch& stretch) {
-    const int frames = stretch.frames;
+template <typename Kernel, typename Factors>
+TVDELAY_INLINE int filterTaps(const Stretch& stretch, const SampleFields& live,
+                              const SampleFields& held, const float& liveFeedBack,
+                              const Factors& factors, FilteredTaps& filtered) {
+    switch (stretch.pairsRunning) {
+    case 2:
+        return filterTaps<Kernel, 2>(stretch, live, held, liveFeedBack, factors, filtered);
+    case 1:
+        return filterTaps<Kernel, 1>(stretch, live, held, liveFeedBack, factors, filtered);
+    default:
+        return filterTaps<Kernel, 0>(stretch, live, held, liveFeedBack, factors, filtered);
+    }
+}
+
+template <typename Kernel>
+TVDELAY_INLINE void renderWith(Stretch& stretch, const SampleFields& live, const SampleFields& held,
+                               const float& liveFeedBack) {
     const bool swept = stretch.panDepth != 0.0; // else the factors are exactly 1.0
     FilteredTaps taps;
     double factors[kMaxStretch + 1];
-    if (swept) {
-        filterTaps<Pairs>(stretch, taps, SweepFactors(stretch, factors));
-    } else {
-        filterTaps<Pairs>(stretch, taps, NoFactors());
+    const int frames =
+        swept ? filterTaps<Kernel>(stretch, live, held, liveFeedBack,
+                                   SweepFactors(stretch, factors), taps)
+              : filterTaps<Kernel>(stretch, live, held, liveFeedBack, NoFactors(), taps);
+    stretch.frames = frames;
+    if (frames == 0) {
+        return;
     }
     stretch.sweepPhase =
         static_cast<double>(stretch.start + frames - 1) / static_cast<double>(stretch.length);
