@@ -67,13 +67,14 @@ void WavPlayer::render(float* const* outputs, std::int32_t sampleFrames) {
     float* right = outputs[1];
     std::int32_t frame = 0;
     while (frame < sampleFrames && frameIsReady()) {
-        const float first = takeSample();
-        left[frame] = first;
-        right[frame] = format_.channels > 1 ? takeSample() : first;
-        for (std::int32_t channel = 2; channel < format_.channels; ++channel) {
-            takeSample();
+        const std::int32_t whole = std::min(wholeFramesInBuffer(), sampleFrames - frame);
+        if (whole > 0) {
+            renderFromBuffer(left + frame, right + frame, whole);
+            frame += whole;
+        } else {
+            renderAcrossBuffers(left[frame], right[frame]);
+            ++frame;
         }
-        ++frame;
     }
     if (frame < sampleFrames) {
         std::fill(left + frame, left + sampleFrames, 0.0f);
@@ -152,13 +153,41 @@ bool WavPlayer::frameIsReady() {
     return true;
 }
 
+std::int32_t WavPlayer::wholeFramesInBuffer() {
+    const Stretch& stretch = stretchOf(reader_->streamCounterB);
+    return (stretch.length - reader_->streamCounterA) / format_.channels;
+}
+
+const std::int16_t* WavPlayer::playedBuffer() const {
+    return (reader_->streamCounterB & 1) == 0 ? reader_->firstBuffer : reader_->secondBuffer;
+}
+
+void WavPlayer::renderFromBuffer(float* left, float* right, std::int32_t frames) {
+    const std::int32_t channels = format_.channels;
+    const std::int32_t second = channels > 1 ? 1 : 0;
+    const std::int16_t* samples = playedBuffer() + reader_->streamCounterA;
+    for (std::int32_t frame = 0; frame < frames; ++frame) {
+        left[frame] = static_cast<float>(samples[0]) * perStep;
+        right[frame] = static_cast<float>(samples[second]) * perStep;
+        samples += channels;
+    }
+    reader_->streamCounterA += frames * channels;
+}
+
+// One frame that begins with the last samples of a buffer, or with the first of the next.
+void WavPlayer::renderAcrossBuffers(float& left, float& right) {
+    left = takeSample();
+    right = format_.channels > 1 ? takeSample() : left;
+    for (std::int32_t channel = 2; channel < format_.channels; ++channel) {
+        takeSample();
+    }
+}
+
 float WavPlayer::takeSample() {
     if (reader_->streamCounterA == stretchOf(reader_->streamCounterB).length) {
         leavePlayedBuffer();
     }
-    const std::int16_t* buffer =
-        (reader_->streamCounterB & 1) == 0 ? reader_->firstBuffer : reader_->secondBuffer;
-    return static_cast<float>(buffer[reader_->streamCounterA++]) * perStep;
+    return static_cast<float>(playedBuffer()[reader_->streamCounterA++]) * perStep;
 }
 
 void WavPlayer::leavePlayedBuffer() {

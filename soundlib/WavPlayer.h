@@ -64,6 +64,10 @@ private:
     bool loadNextIfFree();
     void loadOnOwnThread();
     bool frameIsReady();
+    std::int32_t wholeFramesInBuffer();
+    const std::int16_t* playedBuffer() const;
+    void renderFromBuffer(float* left, float* right, std::int32_t frames);
+    void renderAcrossBuffers(float& left, float& right);
     float takeSample();
     void leavePlayedBuffer();
 
