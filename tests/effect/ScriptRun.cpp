@@ -1,0 +1,73 @@
+#include "tests/effect/ScriptRun.h"
+
+#include "effect/VstXSynth.h"
+#include "tests/effect/EffectState.h"
+#include "tests/support/Bits.h"
+#include "tests/support/BlockMemory.h"
+#include "tests/support/LoadedPlugin.h"
+#include "tests/support/ReferenceDelay.h"
+
+namespace {
+
+std::string processBoth(VstXSynth& effect, ReferenceDelay& model, const ScriptStep& step) {
+    BlockMemory own(step);
+    BlockMemory expected(step);
+    effect.processReplacing(own.inputs(), own.outputs(), step.number);
+    model.process(expected.inputs(), expected.outputs(), step.number);
+    const std::ptrdiff_t at =
+        firstDifference(own.samples().data(), expected.samples().data(), own.samples().size());
+    if (at < 0) {
+        return "";
+    }
+    const auto index = static_cast<std::size_t>(at);
+    return "the block's memory differs at " + std::to_string(at) + ": " +
+           std::to_string(own.samples()[index]) + " instead of " +
+           std::to_string(expected.samples()[index]) + "; ";
+}
+
+std::string doBoth(VstXSynth& effect, ReferenceDelay& model, const ScriptStep& step) {
+    switch (step.kind) {
+    case ScriptStep::Kind::SetParameter:
+        effect.setParameter(step.number, step.value);
+        model.setParameter(step.number, step.value);
+        break;
+    case ScriptStep::Kind::SetProgram:
+        effect.setProgram(step.number);
+        model.setProgram(step.number);
+        break;
+    case ScriptStep::Kind::Resume:
+        effect.resume();
+        model.resume();
+        break;
+    case ScriptStep::Kind::Suspend:
+        effect.suspend();
+        break;
+    case ScriptStep::Kind::SetSampleRate:
+        effect.setSampleRate(step.value);
+        model.setSampleRate(step.value);
+        break;
+    case ScriptStep::Kind::SetBlockSize:
+        effect.setBlockSize(step.number);
+        break;
+    case ScriptStep::Kind::Process:
+        return processBoth(effect, model, step);
+    }
+    return "";
+}
+
+} // namespace
+
+std::string runAgainstModel(const std::vector<ScriptStep>& script) {
+    VstXSynth effect(plainHost);
+    ReferenceDelay model;
+    std::size_t number = 0;
+    for (const ScriptStep& step : script) {
+        std::string difference = doBoth(effect, model, step);
+        difference += stateDifference(effect, model);
+        if (!difference.empty()) {
+            return "step " + std::to_string(number) + ", " + step.text() + ": " + difference;
+        }
+        ++number;
+    }
+    return "";
+}
