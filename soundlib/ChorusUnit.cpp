@@ -97,6 +97,13 @@ private:
     SmoothingFilter* filter_;
 };
 
+// From 0, rising.
+void startLfo(ChorusUnit* unit, double step) {
+    writeThrough(unit->lfoStep, step);
+    writeThrough(unit->lfoValue, 0.0);
+    writeThrough(unit->lfoLimit, unit->lfoDepth);
+}
+
 void advanceLfo(ChorusUnit* unit) {
     const double step = readFresh(unit->lfoStep);
     if (step == 0.0) {
@@ -119,7 +126,7 @@ double interpolate(const double* line, std::uint32_t index, double fraction) {
 template <class Smoothers>
 void processBlock(ChorusUnit* unit, float** inputs, float** outputs, std::int32_t sampleFrames,
                   Smoothers smoothers) {
-    const bool monoInput = unit->monoInput;
+    const bool monoInput = readFresh(unit->monoInput);
     const float* inputLeft = inputs[0];
     const float* inputRight = inputs[1];
     float* outputLeft = outputs[0];
@@ -179,41 +186,37 @@ void processBlock(ChorusUnit* unit, float** inputs, float** outputs, std::int32_
 void ChorusUnit::setRate(float value) {
     rateValue = value;
     lfoRate = std::pow(10.0, static_cast<double>(value)) * 1.0555599927902222 + -1.005559992045164;
-    lfoStep = lfoRate * twoOverRate * lfoDepth;
-    lfoValue = 0.0;
-    lfoLimit = lfoDepth;
+    startLfo(this, lfoRate * twoOverRate * lfoDepth);
 }
 
 void ChorusUnit::setDepth(float value) {
     depthValue = value;
     const double wide = static_cast<double>(value);
     lfoDepth = wide > 0.05 ? wide * longestDelay : 0.0;
-    lfoStep = lfoDepth * twoOverRate * lfoRate;
-    lfoValue = 0.0;
-    lfoLimit = lfoDepth;
+    startLfo(this, lfoDepth * twoOverRate * lfoRate);
 }
 
 void ChorusUnit::setDelay(float value) {
-    delayValue = value;
+    writeThrough(delayValue, value);
 }
 
 void ChorusUnit::setFeedback(float value) {
     feedbackValue = value;
-    feedback = static_cast<double>(value);
+    writeThrough(feedback, static_cast<double>(value));
 }
 
 void ChorusUnit::setWet(float value) {
-    wetValue = value;
+    writeThrough(wetValue, value);
 }
 
 void ChorusUnit::setMode(float value) {
     modeValue = value;
-    monoInput = false;
-    wetGainLeft = 1.0;
-    dryGainLeft = 1.0;
-    wetGainRight = 1.0;
-    dryGainRight = 1.0;
-    feedbackScale = 1.0;
+    writeThrough(monoInput, false);
+    writeThrough(wetGainLeft, 1.0);
+    writeThrough(dryGainLeft, 1.0);
+    writeThrough(wetGainRight, 1.0);
+    writeThrough(dryGainRight, 1.0);
+    writeThrough(feedbackScale, 1.0);
 }
 
 void process(ChorusUnit* unit, float** inputs, float** outputs, std::int32_t sampleFrames) {
@@ -229,9 +232,7 @@ void process(ChorusUnit* unit, float** inputs, float** outputs, std::int32_t sam
 }
 
 void restartLfo(ChorusUnit* unit) {
-    unit->lfoStep = twoOverRate * unit->lfoDepth * unit->lfoRate;
-    unit->lfoValue = 0.0;
-    unit->lfoLimit = unit->lfoDepth;
+    startLfo(unit, twoOverRate * unit->lfoDepth * unit->lfoRate);
 }
 
 double clampSample(double value) {

@@ -1,8 +1,8 @@
 // Stereo chorus: two delay lines read at a position that a triangle sweeps, with feedback.
 //
 // Every time constant is written for 44100 samples per second; at another rate the delays keep
-// their length in samples. Setters may run on another thread than `process`: they take effect at
-// the next sample, without a lock. Nothing here allocates.
+// their length in samples. The setters and `restartLfo` may run on another thread than `process`:
+// they take effect at the next sample, without a lock. Nothing here allocates.
 #pragma once
 
 #include <cstdint>

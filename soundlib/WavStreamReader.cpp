@@ -20,16 +20,16 @@ void fillFirst(WavStreamReader* reader) {
         reader->stream.clear();
         reader->stream.open(reader->info->path, std::ios::in | std::ios::binary);
         reader->stream.seekg(static_cast<std::streamoff>(reader->info->dataOffset));
-        reader->reopenPending = false;
+        writeThrough(reader->reopenPending, false);
     }
     readStretch(reader, reader->firstBuffer);
-    writeThrough(reader->filling, false);
+    publish(reader->filling, false);
 }
 
 void fillSecond(WavStreamReader* reader) {
     writeThrough(reader->filling, true);
     readStretch(reader, reader->secondBuffer);
-    writeThrough(reader->filling, false);
+    publish(reader->filling, false);
 }
 
 void* fillFirstInThread(void* reader) {

@@ -86,7 +86,7 @@ void foregroundFills(benchmark::State& state) {
 
 // The last sample of a fill and the flag together tell that it is done.
 void awaitFill(const WavStreamReader& reader, const std::int16_t* buffer) {
-    while (readFresh(buffer[wavReadLength - 1]) == kMark || readFresh(reader.filling)) {
+    while (readFresh(buffer[wavReadLength - 1]) == kMark || acquire(reader.filling)) {
         std::this_thread::yield();
     }
 }

@@ -101,7 +101,7 @@ TEST(BiquadRunner, BlockIsBitForBitTheTicks) {
         BiquadDesigner block = scalar;
         const Signal kind = dice.pick(signals);
         for (int part = 0; part < 10; ++part) {
-            const auto input = signal(kind, dice, static_cast<std::size_t>(dice.between(0, 400)));
+            const auto input = signal(kind, dice, static_cast<std::size_t>(dice.between(1, 400)));
             std::vector<float> expected = ticked(scalar, input);
             std::vector<float> output(input.size());
             runBiquad(&block, input.data(), output.data(), static_cast<std::int32_t>(input.size()));
@@ -126,7 +126,7 @@ TEST(BiquadRunner, PairIsBitForBitTwoFilters) {
         BiquadDesigner pair[] = {scalars[0], scalars[1]};
         const Signal kind = dice.pick(signals);
         for (int part = 0; part < 10; ++part) {
-            const auto count = static_cast<std::size_t>(dice.between(0, 400));
+            const auto count = static_cast<std::size_t>(dice.between(1, 400));
             std::vector<float> left = signal(kind, dice, count);
             std::vector<float> right = signal(kind, dice, count);
             std::vector<float> expectedLeft = ticked(scalars[0], left);

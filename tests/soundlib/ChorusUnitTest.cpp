@@ -2,10 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cmath>
 #include <cstddef>
 #include <cstring>
 #include <limits>
+#include <thread>
 #include <utility>
 
 #include "tests/soundlib/ChorusFixture.h"
@@ -409,6 +411,39 @@ TEST(ChorusUnit, SettingsAreReadAtEachSample) {
     EXPECT_EQ(chorus.delaySmoother.input2, 0.5);
     EXPECT_EQ(chorus.wetSmoother.input1, static_cast<double>(chorus.unit.wetValue));
     EXPECT_EQ(chorus.wetSmoother.input2, 0.0);
+}
+
+TEST(ChorusUnit, SettersMayRunOnAnotherThread) {
+    ChorusFixture chorus(10.0f, 20.0f);
+    std::atomic<bool> done{false};
+    std::thread setter([&] {
+        for (int i = 0; !done; ++i) {
+            const float value = static_cast<float>(i % 100) * 0.01f;
+            chorus.unit.setRate(value);
+            chorus.unit.setDepth(1.0f - value);
+            chorus.unit.setDelay(value);
+            chorus.unit.setFeedback(value * 0.5f);
+            chorus.unit.setWet(value);
+            chorus.unit.setMode(value);
+            restartLfo(&chorus.unit);
+        }
+    });
+    std::vector<float> left(512, 0.5f);
+    std::vector<float> right(512, -0.5f);
+    for (int block = 0; block < 200; ++block) {
+        std::vector<float> outLeft(512);
+        std::vector<float> outRight(512);
+        float* inputs[] = {left.data(), right.data()};
+        float* outputs[] = {outLeft.data(), outRight.data()};
+        process(&chorus.unit, inputs, outputs, 512);
+        for (const std::vector<float>& output : {outLeft, outRight}) {
+            for (const float sample : output) {
+                EXPECT_LE(std::fabs(sample), static_cast<float>(0.99));
+            }
+        }
+    }
+    done = true;
+    setter.join();
 }
 
 TEST(ChorusUnit, OneFilterMayServeAsBothSmoothers) {
