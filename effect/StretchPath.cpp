@@ -35,6 +35,7 @@ TVDELAY_SAME_PLACE(panDepth);
 // itself.
 VstInt32 VstXSynth::processStretch(const StereoBlock& block, VstInt32 frames) {
     const auto& live = reinterpret_cast<const SampleFields&>(delayLength);
+    const std::uint32_t clearings = readLive(lineClearings);
     SampleFields fields;
     std::memcpy(&fields, &live, sizeof(fields));
 
@@ -92,10 +93,10 @@ VstInt32 VstXSynth::processStretch(const StereoBlock& block, VstInt32 frames) {
 
     sweepPhase = stretch.sweepPhase;
     sineIndex = stretch.sineIndex;
-    if (readLive(delayPosition) == start) {
+    if (readLive(delayPosition) == start) { // else somebody has rewound the lines meanwhile
         writeLive(delayPosition, start + stretch.frames);
-    } else {
-        // Somebody has set the delay meanwhile: the lines are rewound and are to be silent.
+    }
+    if (readLive(lineClearings) != clearings) { // they are to be silent, and here are old echoes
         std::fill_n(stretch.lineLeft, stretch.frames, 0.0f);
         std::fill_n(stretch.lineRight, stretch.frames, 0.0f);
     }

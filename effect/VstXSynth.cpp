@@ -3,6 +3,7 @@
 #include "effect/VstXSynth.h"
 
 #include "editor/tveditor13.h"
+#include "effect/LiveField.h"
 #include "plugin/Truncation.h"
 
 #include <cmath>
@@ -34,6 +35,7 @@ VstXSynth::VstXSynth(audioMasterCallback host) : AudioEffectX(host, kNumPrograms
     delayPosition = 0;
     sineIndex = 0;
     sweepPhase = 0.0;
+    lineClearings = 0;
 
     delayBufferLeft = new float[kDelayCapacity];
     delayBufferRight = new float[kDelayCapacity];
@@ -104,6 +106,7 @@ void VstXSynth::fillSineTable() {
 }
 
 void VstXSynth::clearDelayLines() {
+    writeLive(lineClearings, lineClearings + 1);
     constexpr std::size_t kBytes = sizeof(float) * static_cast<std::size_t>(kDelayCapacity);
     if (delayBufferLeft != nullptr) {
         std::memset(delayBufferLeft, 0, kBytes);

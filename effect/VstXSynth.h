@@ -123,4 +123,6 @@ private:
     void updateSweep();
     void processSample(const StereoBlock& block);
     VstInt32 processStretch(const StereoBlock& block, VstInt32 frames);
+
+    std::uint32_t lineClearings; // how often the lines have been cleared
 };
