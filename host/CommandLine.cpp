@@ -23,6 +23,14 @@ namespace {
 
 constexpr int kRefused = 2;
 
+// What is wrong when no command was recognised.
+std::string commandMissing(const CLI::App& app) {
+    const std::vector<std::string> words = app.remaining();
+    return (words.empty() ? "no command is given"
+                          : "there is no command \"" + words.front() + "\"") +
+           std::string("; give info, render or plot");
+}
+
 int refuse(const std::string& text) {
     std::fprintf(stderr, "tvhost: %s\n", plainText(text).c_str());
     return kRefused;
@@ -37,9 +45,9 @@ int runCommandLine(int argc, const char* const* argv) {
     app.require_subcommand(1);
     app.footer("'tvhost COMMAND --help' tells more about each command.");
 
-    std::vector<std::pair<CLI::App*, std::unique_ptr<Command>>> commands;
+    std::vector<std::pair<const CLI::App*, std::unique_ptr<Command>>> commands;
     const auto add = [&](std::unique_ptr<Command> command) {
-        CLI::App* const declared = command->declare(app);
+        const CLI::App* const declared = command->declare(app);
         commands.emplace_back(declared, std::move(command));
     };
     add(std::make_unique<InfoCommand>());
@@ -59,11 +67,11 @@ int runCommandLine(int argc, const char* const* argv) {
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == 0)
             return app.exit(error);
-        std::string help = "tvhost --help";
-        for (const auto& [declared, command] : commands)
-            if (declared->parsed() || declared->count_all() > 0)
-                help = "tvhost " + declared->get_name() + " --help";
-        return refuse(std::string(error.what()) + "; see '" + help + "'");
+        const std::vector<CLI::App*> given = app.get_subcommands();
+        if (given.empty())
+            return refuse(commandMissing(app) + "; see 'tvhost --help'");
+        return refuse(std::string(error.what()) + "; see 'tvhost " + given.front()->get_name() +
+                      " --help'");
     } catch (const UserError& error) {
         return refuse(error.what());
     } catch (const std::bad_alloc&) {

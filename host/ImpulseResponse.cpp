@@ -56,11 +56,14 @@ void ImpulseResponse::measure(const std::shared_ptr<const PluginModule>& module,
     const auto quietFrames = static_cast<std::int64_t>(TailGate::kQuietSeconds * rate);
     const auto longest = static_cast<std::int64_t>(kLongestSeconds * rate);
     std::int64_t quietFrom = 0;
-    in[input][0] = 1.0f;
     for (std::int64_t frame = 0; frame - quietFrom < quietFrames && frame < longest;
          frame += kBlockSize) {
+        // Effects may write over their input, so each block starts from silence.
+        for (int c = 0; c < inputCount; ++c)
+            std::fill_n(in[c], kBlockSize, 0.0f);
+        if (frame == 0)
+            in[input][0] = 1.0f;
         effect.process(in, out, kBlockSize);
-        in[input][0] = 0.0f;
         for (int c = 0; c < outputCount; ++c) {
             for (int i = 0; i < kBlockSize; ++i) {
                 if (!std::isfinite(out[c][i]))

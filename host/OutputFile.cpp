@@ -22,6 +22,22 @@ namespace {
 char unfinished[PATH_MAX];
 volatile std::sig_atomic_t unfinishedSet = 0;
 
+// Holds signals back while a file and what a handler knows of it change together.
+class SignalPause {
+public:
+    SignalPause() {
+        sigset_t all;
+        sigfillset(&all);
+        sigprocmask(SIG_BLOCK, &all, &before);
+    }
+    ~SignalPause() { sigprocmask(SIG_SETMASK, &before, nullptr); }
+    SignalPause(const SignalPause&) = delete;
+    SignalPause& operator=(const SignalPause&) = delete;
+
+private:
+    sigset_t before;
+};
+
 mode_t defaultPermissions() {
     const mode_t mask = umask(0);
     umask(mask);
@@ -66,6 +82,7 @@ OutputFile::OutputFile(const std::string& target_) : given(target_), target(foll
 
     temporary = (target.parent_path() / ".tvhost.XXXXXX").string();
     const bool fits = temporary.size() < sizeof unfinished;
+    const SignalPause pause;
     errno = ENAMETOOLONG;
     fileDescriptor = fits ? mkostemp(temporary.data(), O_CLOEXEC) : -1;
     if (fileDescriptor < 0)
@@ -89,6 +106,7 @@ void OutputFile::discard() {
 }
 
 void OutputFile::commit() {
+    const SignalPause pause;
     // Some file systems tell only now that there was no room.
     const int closed = close(fileDescriptor);
     fileDescriptor = -1;

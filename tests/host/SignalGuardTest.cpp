@@ -1,0 +1,58 @@
+#include "tests/host/ProgramRun.h"
+#include "tests/host/SoundFile.h"
+#include "tests/host/TemporaryFolder.h"
+#include "tests/host/TestPlugin.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+#include <unistd.h>
+
+using testing::HasSubstr;
+
+namespace {
+
+class SignalGuard : public testing::TestWithParam<int> {
+protected:
+    SignalGuard() {
+        writeSound(folder.file("in.wav"), noise(2, 44100, 44100, 0.5f, 1));
+        writeFile(folder.file("out.wav"), "older");
+    }
+
+    std::vector<std::string> arguments(const char* plugin) const {
+        return {"render", folder.file("in.wav"), folder.file("out.wav"), "--plugin",
+                testPlugin(plugin)};
+    }
+
+    void expectOnlyTheOlderFile() const {
+        EXPECT_EQ(folder.entries(), (std::vector<std::string>{"in.wav", "out.wav"}));
+        EXPECT_EQ(readFile(folder.file("out.wav")), "older");
+    }
+
+    TemporaryFolder folder;
+};
+
+} // namespace
+
+TEST_P(SignalGuard, RemovesUnfinishedOutputEvenWhileThePluginIsStuck) {
+    ProgramRun run(arguments("Stuck"));
+    while (folder.entries().size() < 3)
+        usleep(1000);
+    kill(run.process(), GetParam());
+    const ProgramResult result = run.wait();
+    EXPECT_EQ(result.signal, GetParam());
+    EXPECT_EQ(result.out, "");
+    expectOnlyTheOlderFile();
+}
+
+INSTANTIATE_TEST_SUITE_P(Signals, SignalGuard, testing::Values(SIGINT, SIGTERM, SIGHUP, SIGQUIT));
+
+TEST_F(SignalGuard, RemovesUnfinishedOutputWhenThePluginCrashes) {
+    const ProgramResult result = runTvhost(arguments("Crashing"));
+    EXPECT_EQ(result.signal, SIGABRT);
+    ASSERT_EQ(result.errorLines().size(), 1u) << result.err;
+    EXPECT_THAT(result.err, HasSubstr("plug-in"));
+    expectOnlyTheOlderFile();
+}
