@@ -1,0 +1,71 @@
+// The built file itself, as the tools for object files show it.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace {
+
+std::vector<std::string> linesOf(const std::string& command) {
+    FILE* const pipe = popen(command.c_str(), "r");
+    if (pipe == nullptr) {
+        throw std::runtime_error("can't run " + command);
+    }
+    std::vector<std::string> lines(1);
+    for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe)) {
+        if (c == '\n') {
+            lines.emplace_back();
+        } else {
+            lines.back().push_back(static_cast<char>(c));
+        }
+    }
+    lines.pop_back();
+    if (pclose(pipe) != 0) {
+        throw std::runtime_error(command + " failed");
+    }
+    return lines;
+}
+
+bool startsWith(const std::string& text, const char* start) {
+    return text.rfind(start, 0) == 0;
+}
+
+// An exchange with memory locks without a prefix.
+bool locks(const std::string& instruction) {
+    return startsWith(instruction, "lock") ||
+           (startsWith(instruction, "xchg") && instruction.find('(') != std::string::npos);
+}
+
+} // namespace
+
+TEST(File, ExportsItsEntryAndNothingElse) {
+    std::vector<std::string> names;
+    for (const std::string& line :
+         linesOf(TVDELAY_NM " --dynamic --defined-only '" TVDELAY_PLUGIN_PATH "'")) {
+        names.push_back(line.substr(line.find_last_of(' ') + 1));
+    }
+    EXPECT_EQ(names, std::vector<std::string>{"VSTPluginMain"});
+}
+
+TEST(File, HasNoLockedInstruction) {
+    EXPECT_TRUE(locks("lock xadd %eax,(%rdi)"));
+    EXPECT_TRUE(locks("xchg   %rax,0x8(%rdi)"));
+    EXPECT_FALSE(locks("xchg   %ax,%ax"));
+    std::string function;
+    std::size_t instructions = 0;
+    for (const std::string& line :
+         linesOf(TVDELAY_OBJDUMP
+                 " --disassemble --demangle --no-show-raw-insn '" TVDELAY_PLUGIN_PATH "'")) {
+        const std::size_t tab = line.find('\t');
+        if (tab == std::string::npos) {
+            function = line;
+            continue;
+        }
+        ++instructions;
+        EXPECT_FALSE(locks(line.substr(tab + 1))) << function << '\n' << line;
+    }
+    EXPECT_GT(instructions, 1000u) << "the disassembler showed no code";
+}
