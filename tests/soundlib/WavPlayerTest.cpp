@@ -158,6 +158,30 @@ TEST_P(WavPlaying, FileCutWhileItPlaysEndsEarly) {
     EXPECT_LE(player.reader().streamCounterC, 8); // of the 19 stretches of the whole
 }
 
+TEST_P(WavPlaying, FrameThatTheCutFileEndsInIsNotHeard) {
+    const TemporaryFolder folder;
+    FormatBytes threeChannels;
+    threeChannels.channels = 3;
+    threeChannels.blockAlign = 6;
+    const std::string path =
+        folder.write("a.wav", wavOf(chunk("fmt ", threeChannels.bytes()) +
+                                    chunk("data", std::string(6 * 40000, '\x11'))));
+    WavPlayer player;
+    ASSERT_EQ(player.open(path, GetParam()), WavHeaderError::none);
+    // Two stretches are loaded and end inside a frame, of which the third has one sample more.
+    std::filesystem::resize_file(path, 44 + (2 * wavReadLength + 1) * 2);
+    std::ptrdiff_t heard = 0;
+    while (player.isPlaying()) {
+        float left[100];
+        float right[100];
+        float* outputs[] = {left, right};
+        player.render(outputs, 100);
+        heard += std::count(left, left + 100, static_cast<float>(0x1111) / 32768.0f);
+        std::this_thread::yield();
+    }
+    EXPECT_EQ(heard, 2 * wavReadLength / 3);
+}
+
 TEST_P(WavPlaying, CloseInTheMiddleAndOpenAgain) {
     const TemporaryFolder folder;
     const std::string path = writeFile(folder, 2, 200000);
