@@ -1,0 +1,7 @@
+#pragma once
+
+#import <AppKit/NSControl.h>
+
+FOUNDATION_EXPORT_CLASS
+@interface NSSlider : NSControl
+@end

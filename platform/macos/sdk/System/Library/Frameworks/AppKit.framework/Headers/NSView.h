@@ -1,0 +1,38 @@
+#pragma once
+
+#import <AppKit/NSGraphics.h>
+#import <AppKit/NSResponder.h>
+
+@class CALayer;
+@class NSWindow;
+
+FOUNDATION_EXPORT_CLASS
+@interface NSView : NSResponder {
+    NSRect _frame;
+}
+
+- (id)initWithFrame:(NSRect)frameRect;
+
+- (NSWindow*)window;
+- (NSView*)superview;
+- (void)addSubview:(NSView*)aView;
+- (void)addSubview:(NSView*)aView
+        positioned:(NSWindowOrderingMode)place
+        relativeTo:(NSView*)otherView;
+
+- (NSRect)frame;
+- (NSRect)bounds;
+- (NSPoint)convertPoint:(NSPoint)aPoint fromView:(NSView*)aView;
+
+- (void)setNeedsDisplay:(BOOL)flag;
+- (void)drawRect:(NSRect)dirtyRect;
+- (void)lockFocus;
+- (void)unlockFocus;
+
+- (void)setWantsLayer:(BOOL)flag;
+- (CALayer*)layer;
+
+- (BOOL)acceptsFirstMouse:(NSEvent*)theEvent;
+- (BOOL)mouseDownCanMoveWindow;
+
+@end

@@ -1,0 +1,24 @@
+// Points, sizes and rectangles. Coordinates are double precision on 64-bit systems.
+#pragma once
+
+#include <CoreFoundation/CFBase.h>
+
+typedef double CGFloat;
+
+struct CGPoint {
+    CGFloat x;
+    CGFloat y;
+};
+typedef struct CGPoint CGPoint;
+
+struct CGSize {
+    CGFloat width;
+    CGFloat height;
+};
+typedef struct CGSize CGSize;
+
+struct CGRect {
+    CGPoint origin;
+    CGSize size;
+};
+typedef struct CGRect CGRect;

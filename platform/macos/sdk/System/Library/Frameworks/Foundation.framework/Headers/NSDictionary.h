@@ -1,0 +1,14 @@
+#pragma once
+
+#import <Foundation/NSObject.h>
+
+@class NSString;
+
+FOUNDATION_EXPORT_CLASS
+@interface NSDictionary : NSObject
+@end
+
+FOUNDATION_EXPORT_CLASS
+@interface NSMutableDictionary : NSDictionary
+- (void)setValue:(id)value forKey:(NSString*)key;
+@end

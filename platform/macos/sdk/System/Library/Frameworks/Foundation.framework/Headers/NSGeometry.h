@@ -1,0 +1,33 @@
+#pragma once
+
+#import <CoreGraphics/CoreGraphics.h>
+#import <Foundation/NSObject.h>
+
+typedef CGPoint NSPoint;
+typedef CGSize NSSize;
+typedef CGRect NSRect;
+
+FOUNDATION_EXPORT const NSPoint NSZeroPoint;
+FOUNDATION_EXPORT const NSSize NSZeroSize;
+FOUNDATION_EXPORT const NSRect NSZeroRect;
+
+static inline NSPoint NSMakePoint(CGFloat x, CGFloat y) {
+    NSPoint point;
+    point.x = x;
+    point.y = y;
+    return point;
+}
+
+static inline NSSize NSMakeSize(CGFloat width, CGFloat height) {
+    NSSize size;
+    size.width = width;
+    size.height = height;
+    return size;
+}
+
+static inline NSRect NSMakeRect(CGFloat x, CGFloat y, CGFloat width, CGFloat height) {
+    NSRect rect;
+    rect.origin = NSMakePoint(x, y);
+    rect.size = NSMakeSize(width, height);
+    return rect;
+}

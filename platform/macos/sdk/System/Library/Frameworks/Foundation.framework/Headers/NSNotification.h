@@ -1,0 +1,7 @@
+#pragma once
+
+#import <Foundation/NSObject.h>
+
+FOUNDATION_EXPORT_CLASS
+@interface NSNotification : NSObject
+@end
