@@ -7,6 +7,8 @@
 #include <limits>
 #include <optional>
 
+#include <sys/stat.h>
+
 namespace {
 
 constexpr std::int64_t riffHeaderSize = 12;
@@ -126,8 +128,11 @@ WavHeaderError walkWavHeader(std::istream& file, WavFileInfo& info, WavFormat& f
 }
 
 WavHeaderError walkWavHeader(const std::string& path, WavFileInfo& info, WavFormat& format) {
+    // A folder opens like a file, and whether a read of it fails differs from system to system.
+    struct stat status;
+    const bool isFolder = stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
     std::ifstream file(path, std::ios::in | std::ios::binary);
-    if (!file) {
+    if (isFolder || !file) {
         return WavHeaderError::cannotRead;
     }
     const WavHeaderError error = walkWavHeader(file, info, format);
