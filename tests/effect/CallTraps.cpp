@@ -38,10 +38,6 @@ struct Counts {
 
 thread_local Counts counts;
 
-bool nextFails() {
-    return counts.counting && counts.toFail != 0 && counts.allocations + 1 == counts.toFail;
-}
-
 void noteAllocation(std::size_t size, const void* address) {
     if (counts.counting) {
         if (counts.allocations < kMost) {
@@ -88,6 +84,14 @@ bool CallTraps::canFail() {
 }
 
 #else
+
+namespace {
+
+bool nextFails() {
+    return counts.counting && counts.toFail != 0 && counts.allocations + 1 == counts.toFail;
+}
+
+} // namespace
 
 extern "C" {
 

@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cstddef>
 #include <cstring>
 #include <optional>
 #include <string>
@@ -111,7 +112,8 @@ public:
     // `mix` replaces the shaken one.
     StretchRun(ReferenceDelay& model, Dice& dice, std::optional<double> mix = std::nullopt)
         : frames_(static_cast<int>(dice.between(1, kMaxStretch))), model_(shaken(model, dice)),
-          filters_(model), lineLeft_(model.delayBufferLeft), lineRight_(model.delayBufferRight) {
+          filters_(model), lineLeft_(windowOf(model.delayBufferLeft)),
+          lineRight_(windowOf(model.delayBufferRight)) {
         const auto count = static_cast<std::size_t>(frames_);
         static constexpr Channels kChannels[] = {Channels::Apart, Channels::InPlace,
                                                  Channels::Crossed};
@@ -156,8 +158,8 @@ public:
         stretch_.inRight = own_.data() + count;
         stretch_.outLeft = own_.data() + outLeft_;
         stretch_.outRight = own_.data() + outRight_;
-        stretch_.lineLeft = lineLeft_.data() + model_.delayPosition;
-        stretch_.lineRight = lineRight_.data() + model_.delayPosition;
+        stretch_.lineLeft = lineLeft_.data() + kMargin;
+        stretch_.lineRight = lineRight_.data() + kMargin;
         addPairs(stretch_, model_, filters_, true);
         addPairs(stretch_, model_, filters_, false);
         stretch_.feedBack = model_.feedBack;
@@ -187,10 +189,10 @@ public:
         if (firstDifference(own_.data(), expected_.data(), own_.size()) >= 0) {
             difference += "the samples differ; ";
         }
-        if (firstDifference(lineLeft_.data(), model_.delayBufferLeft.data(), lineLeft_.size()) >=
-                0 ||
-            firstDifference(lineRight_.data(), model_.delayBufferRight.data(), lineRight_.size()) >=
-                0) {
+        const std::vector<float> modelLeft = windowOf(model_.delayBufferLeft);
+        const std::vector<float> modelRight = windowOf(model_.delayBufferRight);
+        if (firstDifference(lineLeft_.data(), modelLeft.data(), modelLeft.size()) >= 0 ||
+            firstDifference(lineRight_.data(), modelRight.data(), modelRight.size()) >= 0) {
             difference += "the lines differ; ";
         }
         if (!filters_.sameAs(model_)) {
@@ -215,8 +217,22 @@ private:
         return model;
     }
 
+    // A line's samples of the stretch, with those around them.
+    std::vector<float> windowOf(const std::vector<float>& line) const {
+        std::vector<float> window;
+        for (std::ptrdiff_t i = -kMargin; i < frames_ + kMargin; ++i) {
+            const std::ptrdiff_t at = start_ + i;
+            const bool inside = at >= 0 && at < static_cast<std::ptrdiff_t>(line.size());
+            window.push_back(inside ? line[static_cast<std::size_t>(at)] : 0.0f);
+        }
+        return window;
+    }
+
+    static constexpr std::ptrdiff_t kMargin = 8;
+
     int frames_;
     ReferenceDelay& model_;
+    std::ptrdiff_t start_ = model_.delayPosition;
     Filters filters_;
     std::vector<float> lineLeft_;
     std::vector<float> lineRight_;
