@@ -64,10 +64,11 @@ protected:
     AEffGUIEditorTest() {
         FakeCarbon::ticks = 600; // 10000 ms
         FakeCarbon::loopTimeouts.clear();
+        editor = new IdlingEditor(&effect);
     }
 
     EditedEffect effect;
-    IdlingEditor* const editor = new IdlingEditor(&effect); // the effect's
+    IdlingEditor* editor; // the effect's
 };
 
 using Calls = std::vector<std::string>;
