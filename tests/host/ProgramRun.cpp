@@ -71,7 +71,7 @@ ProgramRun::ProgramRun(const std::vector<std::string>& arguments, const Options&
         dup2(err.writer, STDERR_FILENO);
         unsetenv("VST_PATH");
         setenv("HOME", "/nonexistent", 1);
-        // What the plug-in keeps to the end of the process is settled; see SettledLeaks.cpp.
+        // What is settled to be kept to the end of the process is no fault.
         setenv("LSAN_OPTIONS", "suppressions=" TVHOST_LEAK_SUPPRESSIONS ":print_suppressions=0", 1);
         for (const std::string& setting : options.environment) {
             const std::size_t sign = setting.find('=');
