@@ -42,10 +42,12 @@ VstInt32 VstXSynth::processStretch(const StereoBlock& block, VstInt32 frames) {
     // The first sample of a pass goes by itself, so that a stretch never starts where the lines are
     // rewound to.
     const std::int64_t start = fields.delayPosition;
-    const std::int64_t beforeWrap = fields.delayLength - 1 - start;
-    if (start == 0 || beforeWrap < kMinStretch || fields.delayLength > kDelayCapacity) {
+    if (start == 0 || fields.delayLength <= start + kMinStretch ||
+        fields.delayLength > kDelayCapacity) {
         return 0;
     }
+    const std::int64_t beforeWrap = fields.delayLength - 1 - start;
+
     Stretch stretch;
     const bool lowOn = fields.lowPass > 0.0;
     const bool highOn = fields.highPass > 0.0;
