@@ -8,7 +8,6 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
 #include <vector>
 
 namespace tvhost {
@@ -158,10 +157,9 @@ std::string describeForReading(const EffectInstance& effect) {
     if (parameters > 0)
         parameterTable.add({"#", "name", "value", "display", "label"});
     for (int i = 0; i < parameters; ++i) {
-        char value[64];
-        std::snprintf(value, sizeof value, "%.6f", static_cast<double>(effect.parameter(i)));
-        parameterTable.add({std::to_string(i), orDash(effect.parameterName(i)), value,
-                            effect.parameterDisplay(i), effect.parameterLabel(i)});
+        parameterTable.add({std::to_string(i), orDash(effect.parameterName(i)),
+                            fixedNumber(effect.parameter(i), 6), effect.parameterDisplay(i),
+                            effect.parameterLabel(i)});
     }
     text += parameterTable.text();
 

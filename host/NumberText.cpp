@@ -31,11 +31,15 @@ std::optional<std::int64_t> parseWholeNumber(std::string_view text) {
     return parseWhole<std::int64_t>(text);
 }
 
-std::string shortNumber(double value, int digits) {
+std::string fixedNumber(double value, int digits) {
     char buffer[400];
     const auto result =
         std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, digits);
-    std::string text(buffer, result.ptr);
+    return {buffer, result.ptr};
+}
+
+std::string shortNumber(double value, int digits) {
+    std::string text = fixedNumber(value, digits);
     if (text.find('.') != std::string::npos) {
         text.erase(text.find_last_not_of('0') + 1);
         if (text.back() == '.')
@@ -53,10 +57,7 @@ std::string decibelText(double amplitude, int digits) {
     const double level = decibels(amplitude);
     if (!std::isfinite(level))
         return "-inf dB";
-    char buffer[400];
-    const auto result =
-        std::to_chars(buffer, buffer + sizeof buffer, level, std::chars_format::fixed, digits);
-    std::string text(buffer, result.ptr);
+    std::string text = fixedNumber(level, digits);
     // A level that rounds to nothing has no sign.
     if (text.find_first_not_of("-0.") == std::string::npos && text[0] == '-')
         text.erase(0, 1);

@@ -12,6 +12,9 @@ namespace tvhost {
 std::optional<double> parseNumber(std::string_view text);
 std::optional<std::int64_t> parseWholeNumber(std::string_view text);
 
+// `value` with `digits` digits behind the point, whatever the locale: plug-ins may set one.
+std::string fixedNumber(double value, int digits);
+
 // `value` with up to `digits` digits behind the point, trailing zeros dropped ("0.25", "3",
 // "-1.5").
 std::string shortNumber(double value, int digits);

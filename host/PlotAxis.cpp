@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 
 namespace tvhost {
 
@@ -66,9 +65,7 @@ std::string levelText(double amplitude) {
 }
 
 std::string millisecondText(double seconds) {
-    char text[64];
-    std::snprintf(text, sizeof text, "%.1f ms", seconds * 1000.0);
-    return text;
+    return fixedNumber(seconds * 1000.0, 1) + " ms";
 }
 
 } // namespace tvhost

@@ -165,7 +165,7 @@ void ProgramPage::drawResponse(Canvas& canvas, double y) const {
         note += ", no echoes";
     else if (echoes.echoCount() < 5)
         note += ", no fifth echo above \u2212120 dB";
-    drawHeading(canvas, y - 8.0, "Frequency response", note);
+    drawHeading(canvas, y - 10.0, "Frequency response", note);
     const Rectangle area{kPlotLeft, y, kPlotRight - kPlotLeft, kResponseHeight};
     ResponsePanel(measurement, area).draw(canvas);
     canvas.uprightText(kMargin - 2.0, y + kResponseHeight / 2.0, "Gain, dB", 10.0, style::kInk);

@@ -163,10 +163,9 @@ void RenderCommand::run() {
              " behind the end of the output had no effect; --tail makes it longer");
 
     const double seconds = static_cast<double>(writer.framesWritten()) / sampleRate;
-    char line[160];
-    std::snprintf(line, sizeof line, ": %.3f s, peak %sFS, %.0fx real time", seconds,
-                  decibelText(writer.peak()).c_str(), seconds / elapsed.count());
-    std::cout << output << line << "\n";
+    std::cout << output << ": " << fixedNumber(seconds, 3) << " s, peak "
+              << decibelText(writer.peak()) << "FS, " << fixedNumber(seconds / elapsed.count(), 0)
+              << "x real time\n";
 }
 
 } // namespace tvhost

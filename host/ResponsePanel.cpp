@@ -104,10 +104,10 @@ void ResponsePanel::draw(Canvas& canvas) const {
     // The legend, right-aligned above the panel.
     double x = area.right();
     for (auto curve = curves.rbegin(); curve != curves.rend(); ++curve) {
-        canvas.text(x, area.y - 8.0, curve->name, kLegendSize, style::kInk, Align::Right);
+        canvas.text(x, area.y - 10.0, curve->name, kLegendSize, style::kInk, Align::Right);
         x -= canvas.textWidth(curve->name, kLegendSize) + 7.0;
-        canvas.moveTo(x - 22.0, area.y - 11.5);
-        canvas.lineTo(x, area.y - 11.5);
+        canvas.moveTo(x - 22.0, area.y - 13.5);
+        canvas.lineTo(x, area.y - 13.5);
         canvas.stroke(curve->colour, curve->width, curve->dash);
         x -= 22.0 + 18.0;
     }

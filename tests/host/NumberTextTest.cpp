@@ -30,6 +30,7 @@ TEST(NumberText, ReadsPointsWhateverTheLocale) {
     std::setlocale(LC_NUMERIC, "de_DE.UTF-8");
     EXPECT_EQ(parseNumber("0.5"), 0.5);
     EXPECT_EQ(shortNumber(0.5, 3), "0.5");
+    EXPECT_EQ(fixedNumber(1234.5, 3), "1234.500");
     std::setlocale(LC_NUMERIC, before.c_str());
 }
 
