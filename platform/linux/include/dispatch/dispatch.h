@@ -13,7 +13,9 @@ extern "C" {
 #define DISPATCH_QUEUE_PRIORITY_BACKGROUND INT16_MIN
 
 typedef struct dispatch_queue_s* dispatch_queue_t;
+#ifdef __BLOCKS__ // Foundation includes this header where there are none
 typedef void (^dispatch_block_t)(void);
+#endif
 
 // The concurrent queue of one of the four priorities, the same at each call and never released.
 // Null for any other identifier; `flags` is reserved and 0. Any thread.
@@ -22,7 +24,9 @@ dispatch_queue_t dispatch_get_global_queue(intptr_t identifier, uintptr_t flags)
 // Copies `block`, returns, and runs the copy on a worker thread: blocks of a higher priority first,
 // those of one queue begun in the order they came, several at a time. Takes a lock and allocates.
 // Any thread; `queue` must not be null. While no worker thread can be started, blocks wait.
+#ifdef __BLOCKS__
 void dispatch_async(dispatch_queue_t queue, dispatch_block_t block);
+#endif
 
 #ifdef __cplusplus
 }
