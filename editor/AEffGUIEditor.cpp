@@ -1,6 +1,7 @@
 #include "editor/AEffGUIEditor.h"
 
 #include "editor/BundlePath.h"
+#include "platform/EditorEvents.h"
 #include "plugin/AudioEffectX.h"
 #include "plugin/Truncation.h"
 
@@ -45,6 +46,10 @@ bool AEffGUIEditor::open(void* ptr) {
 
 void AEffGUIEditor::close() {
     systemWindow = nullptr;
+}
+
+void AEffGUIEditor::idle() {
+    deliverEditorEvents();
 }
 
 bool AEffGUIEditor::setKnobMode(VstInt32 mode) {

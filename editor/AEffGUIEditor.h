@@ -19,9 +19,10 @@ public:
     bool getRect(ERect** out) override;
     bool open(void* ptr) override;
     void close() override;
-    // Idle passes and keys are a frame's, and there is none: idle does nothing, every key stays the
-    // host's.
-    void idle() override {}
+    // Of a frame there is nothing to idle; systems whose hosts don't run the views' events do it
+    // here.
+    void idle() override;
+    // Keys are a frame's, and there is none: every key stays the host's.
     bool onKeyDown(VstKeyCode& keyCode) override { return false; }
     bool onKeyUp(VstKeyCode& keyCode) override { return false; }
     bool setKnobMode(VstInt32 mode) override; // for all editors of the process; always true

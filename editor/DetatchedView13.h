@@ -1,0 +1,17 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+@class TarnsUiView13;
+
+// The picture behind the controls.
+@interface DetatchedView13 : NSView {
+    NSImage* BackgroundImage; // retained
+    TarnsUiView13* _Owner;
+}
+
+- (id)initWithImage2:(NSImage*)image withRect:(NSRect)rect;
+
+@property(nonatomic, assign, setter=setOwnder:) TarnsUiView13* Owner;
+
+@end

@@ -1,0 +1,19 @@
+// Where systems differ in showing an editor inside a host. All of it is for the host's
+// user-interface thread.
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+class tveditor13;
+
+// Makes AppKit ready for views. False where nothing can be shown; AppKit is then out of bounds.
+bool prepareEditorViews();
+
+// What a host passed to the editor's `open`, as AppKit knows it: a view or a window reference. A
+// handle of the system's own windows becomes a view that is made in that window. Null when there is
+// nothing to show the editor in.
+void* hostObjectFor(void* passed);
+
+// To be told after each `open` and at each `close` of an editor, and when it is destroyed.
+void editorShown(const tveditor13* editor, NSView* rootView);
+void editorClosed(const tveditor13* editor);

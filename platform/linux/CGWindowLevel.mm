@@ -1,0 +1,7 @@
+#include <CoreGraphics/CoreGraphics.h>
+
+#import <AppKit/AppKit.h>
+
+CGWindowLevel CGWindowLevelForKey(CGWindowLevelKey key) {
+    return key == kCGFloatingWindowLevelKey ? NSFloatingWindowLevel : NSNormalWindowLevel;
+}

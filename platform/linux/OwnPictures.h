@@ -1,0 +1,10 @@
+#pragma once
+
+// Makes `initByReferencingFile:` of NSImage answer one object a file for the pictures of this
+// code's bundle, so that editors opened one after the other don't each keep them. Where AppKit is
+// ours, a missing file gives an image that draws nothing. Repeated calls change nothing.
+void shareOwnPictures();
+
+// Gives back the windows of the X server in which AppKit keeps drawn pictures. They come back with
+// the next painting.
+void dropPictureCaches();

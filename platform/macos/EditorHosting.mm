@@ -1,0 +1,19 @@
+#import "platform/EditorHosting.h"
+
+#include "platform/EditorEvents.h"
+
+// The host's own loop delivers events to views in its windows: there is nothing to add.
+
+bool prepareEditorViews() {
+    return true;
+}
+
+void* hostObjectFor(void* passed) {
+    return passed;
+}
+
+void editorShown(const tveditor13* editor, NSView* rootView) {}
+
+void editorClosed(const tveditor13* editor) {}
+
+void deliverEditorEvents() {}
