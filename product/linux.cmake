@@ -1,0 +1,8 @@
+set_target_properties(TvDelay PROPERTIES
+    LIBRARY_OUTPUT_DIRECTORY ${bundle_contents}/x86_64-linux
+    LINK_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/exports.map)
+target_link_options(TvDelay PRIVATE
+    -Wl,--version-script=${CMAKE_CURRENT_SOURCE_DIR}/exports.map
+    -Wl,--no-undefined
+    # The runtime keeps classes for good: their code must outlive a host's dlclose.
+    -Wl,-z,nodelete)
