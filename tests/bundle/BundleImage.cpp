@@ -1,0 +1,106 @@
+#include "tests/bundle/BundleImage.h"
+
+#include <sys/mman.h>
+
+#include <algorithm>
+#include <cstring>
+#include <stdexcept>
+
+namespace {
+
+constexpr std::uint32_t kRead = 1;
+constexpr std::uint32_t kWrite = 2;
+constexpr std::uint32_t kExecute = 4;
+
+int protectionOf(std::uint32_t machProtection) {
+    return ((machProtection & kRead) != 0 ? PROT_READ : 0) |
+           ((machProtection & kWrite) != 0 ? PROT_WRITE : 0) |
+           ((machProtection & kExecute) != 0 ? PROT_EXEC : 0);
+}
+
+void* find(const std::vector<MachOFile::Symbol>& symbols, const std::string& name,
+           const std::function<void*(std::uint64_t)>& addressOf) {
+    const auto found =
+        std::find_if(symbols.begin(), symbols.end(),
+                     [&](const MachOFile::Symbol& symbol) { return symbol.name == name; });
+    if (found == symbols.end()) {
+        throw std::out_of_range("the bundle has no " + name);
+    }
+    return addressOf(found->address);
+}
+
+} // namespace
+
+BundleImage::BundleImage(const MachOFile& file, const Resolver& resolve) : file_(file) {
+    for (const MachOFile::Segment& segment : file.segments()) {
+        span_ = std::max(span_, segment.address + segment.size);
+    }
+    void* const memory =
+        mmap(nullptr, span_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (memory == MAP_FAILED) {
+        throw std::runtime_error("there is no memory for the bundle");
+    }
+    memory_ = static_cast<char*>(memory);
+    copySegments();
+    setPointers(resolve);
+    protectSegments();
+    runInitialisers();
+}
+
+BundleImage::~BundleImage() {
+    munmap(memory_, span_);
+}
+
+void* BundleImage::exported(const std::string& name) const {
+    return find(file_.exports(), name, [this](std::uint64_t at) { return addressOf(at); });
+}
+
+void* BundleImage::local(const std::string& name) const {
+    return find(file_.symbols(), name, [this](std::uint64_t at) { return addressOf(at); });
+}
+
+void* BundleImage::addressOf(std::uint64_t fileAddress) const {
+    return memory_ + fileAddress;
+}
+
+void BundleImage::copySegments() {
+    for (const MachOFile::Segment& segment : file_.segments()) {
+        if (segment.fileSize > 0) {
+            std::memcpy(addressOf(segment.address),
+                        file_.bytesAt(segment.address, segment.fileSize), segment.fileSize);
+        }
+    }
+}
+
+void BundleImage::setPointers(const Resolver& resolve) {
+    for (const std::uint64_t at : file_.rebases()) {
+        auto* const pointer = static_cast<std::uint64_t*>(addressOf(at));
+        *pointer = reinterpret_cast<std::uint64_t>(addressOf(*pointer));
+    }
+    for (const MachOFile::Bind& bind : file_.binds()) {
+        auto* const pointer = static_cast<char**>(addressOf(bind.address));
+        *pointer = static_cast<char*>(resolve(bind)) + bind.addend;
+    }
+}
+
+void BundleImage::protectSegments() {
+    for (const MachOFile::Segment& segment : file_.segments()) {
+        if (segment.size > 0 && mprotect(addressOf(segment.address), segment.size,
+                                         protectionOf(segment.protection)) != 0) {
+            throw std::runtime_error("the protection of " + segment.name + " can't be set");
+        }
+    }
+}
+
+void BundleImage::runInitialisers() {
+    using Initialiser = void (*)(int, const char**, const char**, const char**, const void*);
+    const MachOFile::Section* const section = file_.section("__DATA", "__mod_init_func");
+    if (section == nullptr) {
+        return;
+    }
+    const char* none = nullptr;
+    auto* const initialisers = static_cast<Initialiser*>(addressOf(section->address));
+    for (std::uint64_t i = 0; i < section->size / sizeof(Initialiser); ++i) {
+        initialisers[i](0, &none, &none, &none, nullptr);
+    }
+}

@@ -1,0 +1,33 @@
+// The macOS bundle under test.
+#pragma once
+
+#include "tests/bundle/BundleImage.h"
+#include "tests/bundle/MachOFile.h"
+#include "tests/bundle/Traps.h"
+
+#include "plugin/vst2/AEffect.h"
+
+#include <string>
+
+// Its directory. Throws std::runtime_error when it has not been built.
+const std::string& macBundle();
+
+// Its code as a file, parsed once.
+const MachOFile& macBundleCode();
+
+// Its code in this process.
+class RunningMacBundle {
+public:
+    using Entry = AEffect* (*)(audioMasterCallback);
+
+    RunningMacBundle();
+
+    Entry entry() const;
+    const BundleImage& image() const { return image_; }
+
+private:
+    void* resolve(const MachOFile::Bind& bind);
+
+    Traps traps_;
+    BundleImage image_;
+};
