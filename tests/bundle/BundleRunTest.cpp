@@ -69,12 +69,19 @@ bool needsMoreThanMemory(VstInt32 opcode) {
 
 class BundleScripts : public testing::TestWithParam<std::uint64_t> {};
 
+const char* const kAvxKernel = "__Z16renderStretchAvxR7StretchRK12SampleFieldsS3_RKf";
+const char* const kSse2Kernel = "__Z17renderStretchSse2R7StretchRK12SampleFieldsS3_RKf";
+
+// Where the code keeps which kernel it takes.
+void** kernelChoice() {
+    return static_cast<void**>(mac().image().local("_renderStretch"));
+}
+
 // Lets the code take the kernel for machines without AVX.
 class WithoutAvx {
 public:
-    WithoutAvx() : choice_(static_cast<void**>(mac().image().local("_renderStretch"))) {
-        chosen_ = *choice_;
-        *choice_ = mac().image().local("__Z17renderStretchSse2R7StretchRK12SampleFieldsS3_RKf");
+    WithoutAvx() : choice_(kernelChoice()), chosen_(*choice_) {
+        *choice_ = mac().image().local(kSse2Kernel);
     }
     ~WithoutAvx() { *choice_ = chosen_; }
     WithoutAvx(const WithoutAvx&) = delete;
@@ -153,6 +160,24 @@ TEST(BundleRun, WritesTheSameTextsForAnyValue) {
         ASSERT_EQ(pair.dispatch(effGetParamDisplay, index, 0, "before", 0.0f), "")
             << "TVDELAY_TEST_SEED=" << seed << " value " << value;
     }
+}
+
+TEST(BundleRun, KeepsInstancesApart) {
+    AEffect* const one = mac().entry()(plainHost);
+    AEffect* const other = mac().entry()(plainHost);
+    ASSERT_NE(one, other);
+    const float before = other->getParameter(other, 1);
+    one->setParameter(one, 1, before + 0.25f);
+    EXPECT_EQ(one->getParameter(one, 1), before + 0.25f);
+    EXPECT_EQ(other->getParameter(other, 1), before);
+    for (AEffect* const effect : {one, other}) {
+        effect->dispatcher(effect, effClose, 0, 0, nullptr, 0.0f);
+    }
+}
+
+TEST(BundleRun, TakesTheKernelOfTheMachine) {
+    const bool avx = __builtin_cpu_supports("avx") != 0;
+    EXPECT_EQ(*kernelChoice(), mac().image().local(avx ? kAvxKernel : kSse2Kernel));
 }
 
 TEST_P(BundleScripts, GiveTheSameBits) {
