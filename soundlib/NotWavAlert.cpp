@@ -11,4 +11,4 @@ void showNotWavAlert(const std::string& text) {
     CFUserNotificationDisplayAlert(20.0, kCFUserNotificationPlainAlertLevel, nullptr, nullptr,
                                    nullptr, CFSTR("File is not a 16-bit Wav file"), message,
                                    CFSTR("OK"), nullptr, nullptr, &response);
-}
+} // NOLINT(clang-analyzer-osx.cocoa.RetainCount)

@@ -121,7 +121,7 @@ WavHeaderError walkWavHeader(std::istream& file, WavFileInfo& info, WavFormat& f
         position = body + size + (size & 1); // chunks begin at even positions
     }
 
-    foundFormat->frames = dataSize / (2 * foundFormat->channels);
+    foundFormat->frames = dataSize / 2 / foundFormat->channels;
     format = *foundFormat;
     info.dataOffset = static_cast<std::int32_t>(dataBody);
     return WavHeaderError::none;

@@ -43,7 +43,12 @@ WavHeaderError WavPlayer::open(const std::string& path, Loading loading) {
     noteStretch();
     loadNextIfFree();
     if (loading_ == Loading::ownThread && samplesToLoad_ > 0) {
-        loader_ = std::thread(&WavPlayer::loadOnOwnThread, this);
+        try {
+            loader_ = std::thread(&WavPlayer::loadOnOwnThread, this);
+        } catch (...) {
+            close();
+            throw;
+        }
     }
     return WavHeaderError::none;
 }

@@ -30,8 +30,9 @@ public:
     WavPlayer(const WavPlayer&) = delete;
     WavPlayer& operator=(const WavPlayer&) = delete;
 
-    // Opens the file at `path` and loads its first stretch, in place of the file before. On an
-    // error the player is closed. Not while `render` runs.
+    // Opens the file at `path` and loads its first stretches, in place of the file before. On an
+    // error the player is closed, as it is when the loading thread can't be started, which throws
+    // std::system_error. Not while `render` runs.
     WavHeaderError open(const std::string& path, Loading loading);
 
     void close();

@@ -4,6 +4,7 @@
 
 #include <iconv.h>
 
+#include <cstdint>
 #include <cstring>
 #include <map>
 #include <mutex>
@@ -34,7 +35,7 @@ CFStringRef CFStringCreateWithCString(CFAllocatorRef alloc, const char* cStr,
         return nullptr;
     }
     const iconv_t converter = iconv_open("UTF-8", name);
-    if (converter == reinterpret_cast<iconv_t>(-1)) {
+    if (reinterpret_cast<std::intptr_t>(converter) == -1) {
         return nullptr;
     }
     char* source = const_cast<char*>(cStr);

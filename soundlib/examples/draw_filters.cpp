@@ -52,7 +52,7 @@ int main(int argc, char** argv) {
         for (std::size_t i = 0; i < panels.size(); ++i) {
             const Panel& panel = panels[i];
             const double left = 64.0 + columnWidth * static_cast<double>(i % 4);
-            const double top = 40.0 + (rowHeight + 14.0) * static_cast<double>(i / 4);
+            const double top = 40.0 + (rowHeight + 14.0) * (i < 4 ? 0.0 : 1.0);
             picture.panel({left, top, columnWidth - 80.0, rowHeight - 76.0}, panel.title, x,
                           panel.hasGain ? gainAxis(-15.0, 15.0, 5) : gainAxis(-40.0, 20.0, 10));
             for (std::size_t shade = 0; shade < shades.size(); ++shade) {

@@ -27,6 +27,7 @@ std::vector<float> signal(Signal kind, Dice& dice, std::size_t count) {
 // Sample by sample through `tickBiquad`.
 std::vector<float> ticked(BiquadDesigner& filter, const std::vector<float>& input) {
     std::vector<float> output;
+    output.reserve(input.size());
     for (const float sample : input) {
         output.push_back(static_cast<float>(tickBiquad(&filter, static_cast<double>(sample))));
     }

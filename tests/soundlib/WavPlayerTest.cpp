@@ -31,7 +31,7 @@ std::string writeFile(const TemporaryFolder& folder, int channels, sf_count_t fr
     for (short& sample : samples) {
         sample = static_cast<short>(dice.bits());
     }
-    const std::string path = folder.file("a.wav");
+    std::string path = folder.file("a.wav");
     SndfileHandle file(path, SFM_WRITE, container | SF_FORMAT_PCM_16, channels, 44100);
     file.writef(samples.data(), frames);
     return path;
@@ -165,7 +165,7 @@ TEST_P(WavPlaying, FrameThatTheCutFileEndsInIsNotHeard) {
     threeChannels.blockAlign = 6;
     const std::string path =
         folder.write("a.wav", wavOf(chunk("fmt ", threeChannels.bytes()) +
-                                    chunk("data", std::string(6 * 40000, '\x11'))));
+                                    chunk("data", std::string(240000, '\x11'))));
     WavPlayer player;
     ASSERT_EQ(player.open(path, GetParam()), WavHeaderError::none);
     // Two stretches are loaded and end inside a frame, of which the third has one sample more.
