@@ -30,20 +30,25 @@ Automation::Automation(const EffectInstance& effect, const std::vector<std::stri
             const std::size_t comma = rest.find(',');
             const std::string point = rest.substr(0, comma);
             rest.erase(0, comma + 1);
-            const std::size_t colon = point.find(':');
-            if (colon == std::string::npos)
-                throw UserError(where + ": \"" + point +
-                                "\" is no point; give T:V, seconds and a number from 0 to 1");
-            const auto seconds = parseNumber(point.substr(0, colon));
-            if (!seconds || *seconds < 0.0 || *seconds > kLatestTime)
-                throw UserError(where + ": \"" + point.substr(0, colon) +
-                                "\" is no time; give seconds, 0 or more");
-            points.push_back({std::llround(*seconds * sampleRate), parameter,
-                              normalisedValue(point.substr(colon + 1), where)});
+            points.push_back(pointFrom(point, where, parameter, sampleRate));
         }
     }
     std::stable_sort(points.begin(), points.end(),
                      [](const Point& a, const Point& b) { return a.frame < b.frame; });
+}
+
+Automation::Point Automation::pointFrom(const std::string& text, const std::string& where,
+                                        int parameter, double sampleRate) {
+    const std::size_t colon = text.find(':');
+    if (colon == std::string::npos)
+        throw UserError(where + ": \"" + text +
+                        "\" is no point; give T:V, seconds and a number from 0 to 1");
+    const std::string time = text.substr(0, colon);
+    const auto seconds = parseNumber(time);
+    if (!seconds || *seconds < 0.0 || *seconds > kLatestTime)
+        throw UserError(where + ": \"" + time + "\" is no time; give seconds, 0 or more");
+    return {std::llround(*seconds * sampleRate), parameter,
+            normalisedValue(text.substr(colon + 1), where)};
 }
 
 void Automation::apply(EffectInstance& effect, std::int64_t frame) {

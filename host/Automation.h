@@ -37,6 +37,10 @@ private:
         float value;
     };
 
+    // `text` is T:V, `where` names it in messages.
+    static Point pointFrom(const std::string& text, const std::string& where, int parameter,
+                           double sampleRate);
+
     std::vector<Point> points;
     std::size_t next = 0;
 };

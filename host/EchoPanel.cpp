@@ -44,7 +44,9 @@ void EchoPanel::drawLevels(Canvas& canvas, int input) const {
                           static_cast<std::int64_t>(path.size()));
     };
     const auto floorY = level.at(level.from());
-    for (double x = area.x; x < area.right(); x += kColumnWidth) {
+    const int columns = static_cast<int>(area.width / kColumnWidth);
+    for (int column = 0; column < columns; ++column) {
+        const double x = area.x + column * kColumnWidth;
         float highest = 0.0f;
         const std::int64_t end = frameAt(x + kColumnWidth);
         for (std::int64_t frame = frameAt(x); frame < end; ++frame)

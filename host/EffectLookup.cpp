@@ -49,6 +49,7 @@ int find(const EffectInstance& effect, const char* kind, const std::vector<std::
 
 int findParameter(const EffectInstance& effect, const std::string& text) {
     std::vector<std::string> names;
+    names.reserve(static_cast<std::size_t>(effect.parameterCount()));
     for (int i = 0; i < effect.parameterCount(); ++i)
         names.push_back(effect.parameterName(i));
     return find(effect, "parameter", names, text);

@@ -46,7 +46,8 @@ EffectMeasurement::EffectMeasurement(const std::shared_ptr<const PluginModule>& 
 }
 
 const EchoAnalysis& EffectMeasurement::echoes(int input, int output) const {
-    return analyses[static_cast<std::size_t>(input * impulse.outputs() + output)];
+    return analyses[static_cast<std::size_t>(input) * static_cast<std::size_t>(impulse.outputs()) +
+                    static_cast<std::size_t>(output)];
 }
 
 EffectMeasurement::Path EffectMeasurement::leadingPath() const {

@@ -31,7 +31,7 @@ ImpulseResponse::ImpulseResponse(const std::shared_ptr<const PluginModule>& modu
 }
 
 const std::vector<float>& ImpulseResponse::path(int input, int output) const {
-    return paths[static_cast<std::size_t>(input * outputCount + output)];
+    return paths[pathIndex(input, output)];
 }
 
 void ImpulseResponse::measure(const std::shared_ptr<const PluginModule>& module,
@@ -46,6 +46,7 @@ void ImpulseResponse::measure(const std::shared_ptr<const PluginModule>& module,
     std::vector<std::vector<float>> buffers(static_cast<std::size_t>(inputCount + outputCount),
                                             std::vector<float>(kBlockSize));
     std::vector<float*> pointers;
+    pointers.reserve(buffers.size());
     for (std::vector<float>& buffer : buffers)
         pointers.push_back(buffer.data());
     float** const in = pointers.data();

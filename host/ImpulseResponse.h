@@ -29,6 +29,11 @@ private:
     void measure(const std::shared_ptr<const PluginModule>& module, const EffectSettings& settings,
                  int input);
 
+    std::size_t pathIndex(int input, int output) const {
+        return static_cast<std::size_t>(input) * static_cast<std::size_t>(outputCount) +
+               static_cast<std::size_t>(output);
+    }
+
     double rate;
     int inputCount = 1;
     int outputCount = 1;

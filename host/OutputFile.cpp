@@ -47,10 +47,10 @@ mode_t defaultPermissions() {
 // Where a symbolic link leads, so that the link stays and its file is replaced.
 fs::path followed(const std::string& given) {
     std::error_code error;
-    const fs::path path = fs::absolute(given, error);
+    fs::path path = fs::absolute(given, error);
     if (!fs::is_symlink(path, error))
         return path;
-    const fs::path destination = fs::canonical(path, error);
+    fs::path destination = fs::canonical(path, error);
     if (error)
         throw UserError(given + " is a link that leads nowhere; give the name of a file to write");
     return destination;
@@ -88,7 +88,7 @@ OutputFile::OutputFile(const std::string& target_) : given(target_), target(foll
     if (fileDescriptor < 0)
         throw UserError(given + " cannot be written: " + std::strerror(errno) +
                         "; give a file in a folder that can be");
-    std::strcpy(unfinished, temporary.c_str());
+    std::memcpy(unfinished, temporary.c_str(), temporary.size() + 1);
     unfinishedSet = 1;
     fchmod(fileDescriptor, permissions);
 }

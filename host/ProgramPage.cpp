@@ -102,7 +102,8 @@ double ProgramPage::drawParameters(Canvas& canvas, double y) const {
     const double cellWidth = (kPlotRight - kMargin) / kCellsPerRow;
     for (std::size_t i = 0; i < shown; ++i) {
         const double x = kMargin + cellWidth * static_cast<double>(i % kCellsPerRow);
-        const double top = y + kCellHeight * static_cast<double>(i / kCellsPerRow);
+        const std::size_t row = i / kCellsPerRow;
+        const double top = y + kCellHeight * static_cast<double>(row);
         const auto cell = [&](double down, const std::string& words, double size,
                               const Colour& colour, Weight weight) {
             canvas.text(x + 9.0, top + down, canvas.fitted(words, size, weight, cellWidth - 14.0),

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 
 namespace tvhost {
 
@@ -12,6 +13,7 @@ namespace {
 
 std::vector<float*> pointers(std::vector<std::vector<float>>& channels) {
     std::vector<float*> result;
+    result.reserve(channels.size());
     for (std::vector<float>& channel : channels)
         result.push_back(channel.data());
     return result;
@@ -58,11 +60,12 @@ void Renderer::process(int frames) {
 }
 
 void Renderer::checkOutput(int frames) const {
-    const int channels = effect.outputCount();
-    for (int i = 0; i < frames * channels; ++i) {
-        if (std::isfinite(outputFrames[static_cast<std::size_t>(i)]))
+    const auto width = static_cast<std::size_t>(effect.outputCount());
+    for (std::size_t i = 0; i < static_cast<std::size_t>(frames) * width; ++i) {
+        if (std::isfinite(outputFrames[i]))
             continue;
-        const double seconds = static_cast<double>(position + i / channels) / source.sampleRate();
+        const auto frame = position + static_cast<std::int64_t>(i / width);
+        const double seconds = static_cast<double>(frame) / source.sampleRate();
         throw UserError(effect.name() + " gives what is no finite number at " +
                         shortNumber(seconds, 6) + " s, run at " +
                         std::to_string(source.sampleRate()) +
@@ -100,8 +103,9 @@ void Renderer::run(ProgressBar& progress) {
             tail = makeGate();
         }
         if (tail) {
+            const std::ptrdiff_t width = effect.outputCount();
             for (int i = given; i < frames && !tail->isFinished(); ++i)
-                tail->push(&outputFrames[static_cast<std::size_t>(i * effect.outputCount())]);
+                tail->push(outputFrames.data() + i * width);
             std::vector<float>& ready = tail->ready();
             writer.write(ready.data(),
                          static_cast<std::int64_t>(ready.size()) / effect.outputCount());

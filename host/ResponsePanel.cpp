@@ -13,6 +13,7 @@ constexpr double kLowest = 20.0;
 constexpr double kHighest = 20000.0;
 constexpr double kAxisSize = 9.5;
 constexpr double kLegendSize = 10.0;
+constexpr int kSteps = 350;
 constexpr double kLeastRange = 50.0;  // dB
 constexpr double kBelowPeak = 30.0;   // dB
 constexpr std::size_t kLaterEcho = 4; // the fifth
@@ -22,8 +23,9 @@ constexpr double kLabelled[] = {20.0,   50.0,   100.0,  200.0,   500.0,
 
 double highestLevel(const FrequencyResponse& response) {
     double highest = -300.0;
-    for (double hertz = kLowest; hertz <= kHighest; hertz *= 1.02)
-        highest = std::max(highest, response.decibelsAt(hertz));
+    for (int i = 0; i <= kSteps; ++i)
+        highest = std::max(highest, response.decibelsAt(kLowest * std::pow(kHighest / kLowest,
+                                                                           i / double{kSteps})));
     return highest;
 }
 
@@ -67,7 +69,8 @@ void ResponsePanel::drawCurves(Canvas& canvas, const PlotAxis& levels, double wi
     canvas.clip(area);
     // The first echo lies on top.
     for (auto curve = curves.rbegin(); curve != curves.rend(); ++curve) {
-        for (double x = area.x; x <= area.right(); x += 1.0) {
+        for (int i = 0; i <= static_cast<int>(area.width); ++i) {
+            const double x = area.x + i;
             // Far below the panel is far enough for what is next to nothing.
             const double decibel = std::max(curve->response.decibelsAt(frequency.valueAt(x)),
                                             levels.from() - kLeastRange);
@@ -82,7 +85,7 @@ void ResponsePanel::draw(Canvas& canvas) const {
     const PlotAxis level(std::floor(lowestGain / 10.0) * 10.0,
                          std::ceil((highestGain + 3.0) / 10.0) * 10.0, area.bottom(), area.y);
     canvas.fill(area, style::kPaper);
-    for (double decade = 10.0; decade < kHighest; decade *= 10.0)
+    for (const double decade : {10.0, 100.0, 1000.0, 10000.0})
         for (int n = 2; n <= 10; ++n) {
             const double hertz = decade * n;
             if (hertz > kLowest && hertz < kHighest)

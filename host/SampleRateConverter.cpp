@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <utility>
 
 namespace tvhost {
@@ -45,7 +46,7 @@ void SampleRateConverter::convert() {
             inputEnded = inputFrames < kChunkFrames;
         }
         SRC_DATA data{};
-        data.data_in = input.data() + inputStart * channels();
+        data.data_in = input.data() + std::ptrdiff_t{inputStart} * channels();
         data.input_frames = inputFrames;
         data.data_out = output.data();
         data.output_frames = kChunkFrames;
@@ -73,8 +74,9 @@ int SampleRateConverter::read(float* interleaved, int frames) {
         if (outputFrames == 0)
             break;
         const int count = std::min(frames - done, outputFrames);
-        const float* from = output.data() + outputStart * channels();
-        std::copy(from, from + count * channels(), interleaved + done * channels());
+        const std::ptrdiff_t width = channels();
+        const float* const from = output.data() + outputStart * width;
+        std::copy(from, from + count * width, interleaved + done * width);
         outputStart += count;
         outputFrames -= count;
         done += count;

@@ -66,13 +66,14 @@ int SoundFileReader::read(float* interleaved, int frames) {
                         "; give an intact file");
     if (position == 0 && count == 0)
         throw UserError(path + " holds no sound; give a file of at least one frame");
-    for (int i = 0; i < count * info.channels; ++i)
-        if (!std::isfinite(interleaved[i]))
-            throw UserError(
-                path + " holds a sample that is no finite number at " +
-                shortNumber(static_cast<double>(position + i / info.channels) / info.samplerate,
-                            6) +
-                " s; give a file without");
+    for (int i = 0; i < count * info.channels; ++i) {
+        if (std::isfinite(interleaved[i]))
+            continue;
+        const std::int64_t frame = position + i / info.channels;
+        throw UserError(path + " holds a sample that is no finite number at " +
+                        shortNumber(static_cast<double>(frame) / info.samplerate, 6) +
+                        " s; give a file without");
+    }
     position += count;
     return count;
 }
