@@ -1,0 +1,193 @@
+// Drives an instance by whatever the fuzzer makes up, within what the interface allows, and holds
+// it against the model at each step.
+#include "editor/tveditor13.h"
+#include "effect/VstXSynth.h"
+#include "plugin/vst2/EffectOpcodes.h"
+#include "tests/effect/EffectState.h"
+#include "tests/support/Bits.h"
+#include "tests/support/LoadedPlugin.h"
+#include "tests/support/ReferenceDelay.h"
+
+#include <fuzzer/FuzzedDataProvider.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr std::size_t kMostFrames = 300;
+constexpr int kMostSteps = 40;
+
+void expect(bool holds, const std::string& what) {
+    if (!holds) {
+        std::fprintf(stderr, "%s\n", what.c_str());
+        std::abort();
+    }
+}
+
+// An instance whose buffers are given back at its end: a fuzzer makes too many to leave them.
+class Fuzzed {
+public:
+    Fuzzed() : effect_(new VstXSynth(plainHost)) {}
+    ~Fuzzed() {
+        float* const lines[] = {effect_->delayBufferLeft, effect_->delayBufferRight};
+        FourPoleFilter* const filters[] = {effect_->lowPassLeft, effect_->lowPassRight,
+                                           effect_->highPassLeft, effect_->highPassRight};
+        double* const table = effect_->sineTable;
+        DelayProgram* const programs = effect_->programs;
+        expect(dispatch(effClose, 0, 0, nullptr, 0.0f) == 1, "closing didn't answer 1");
+        for (float* line : lines) {
+            delete[] line;
+        }
+        for (FourPoleFilter* filter : filters) {
+            delete filter;
+        }
+        delete[] table;
+        delete[] programs;
+    }
+    Fuzzed(const Fuzzed&) = delete;
+    Fuzzed& operator=(const Fuzzed&) = delete;
+
+    VstXSynth& effect() { return *effect_; }
+    AEffect* record() { return effect_->getAeffect(); }
+    VstIntPtr dispatch(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr, float opt) {
+        return record()->dispatcher(record(), opcode, index, value, ptr, opt);
+    }
+
+private:
+    VstXSynth* effect_; // ended by its record
+};
+
+float anyFloat(FuzzedDataProvider& data) {
+    return floatOf(data.ConsumeIntegral<std::uint32_t>());
+}
+
+void writeParameter(Fuzzed& fuzzed, ReferenceDelay& model, FuzzedDataProvider& data) {
+    const auto index = data.ConsumeIntegralInRange<VstInt32>(-2, 10);
+    // A delay has to fit the lines at the highest rate.
+    const float value = index == kDelay      ? data.ConsumeFloatingPointInRange<float>(-1.0f, 1.0f)
+                        : data.ConsumeBool() ? anyFloat(data)
+                                             : data.ConsumeFloatingPointInRange<float>(0.0f, 1.0f);
+    if (index == kLeftRight && std::isnan(value)) {
+        return; // a balance that is no number has no meaning
+    }
+    fuzzed.record()->setParameter(fuzzed.record(), index, value);
+    model.setParameter(index, value);
+}
+
+void processBlock(Fuzzed& fuzzed, ReferenceDelay& model, FuzzedDataProvider& data) {
+    const auto frames =
+        data.ConsumeIntegralInRange<std::int32_t>(-1, static_cast<std::int32_t>(kMostFrames));
+    const auto count = static_cast<std::size_t>(std::max(frames, 1));
+    std::size_t places[4];
+    for (std::size_t& place : places) {
+        place = data.ConsumeIntegralInRange<std::size_t>(0, 3 * count);
+    }
+    std::vector<float> own(4 * count);
+    for (float& sample : own) {
+        sample = data.remaining_bytes() > 0 && data.ConsumeBool()
+                     ? anyFloat(data)
+                     : data.ConsumeFloatingPointInRange<float>(-1.0f, 1.0f);
+    }
+    std::vector<float> expected = own;
+    float* ownIn[2] = {&own[places[0]], &own[places[1]]};
+    float* ownOut[2] = {&own[places[2]], &own[places[3]]};
+    float* expectedIn[2] = {&expected[places[0]], &expected[places[1]]};
+    float* expectedOut[2] = {&expected[places[2]], &expected[places[3]]};
+    fuzzed.record()->processReplacing(fuzzed.record(), ownIn, ownOut, frames);
+    model.process(expectedIn, expectedOut, frames);
+    expect(firstDifference(own.data(), expected.data(), own.size()) < 0, "the samples differ");
+}
+
+// Any opcode that changes nothing which the model doesn't know of.
+void askAnything(Fuzzed& fuzzed, ReferenceDelay& model, FuzzedDataProvider& data) {
+    const auto opcode = data.ConsumeIntegralInRange<VstInt32>(-3, 100);
+    const auto index = data.ConsumeIntegral<VstInt32>();
+    auto value = data.ConsumeIntegral<VstIntPtr>();
+    const float opt = anyFloat(data);
+    alignas(16) char memory[4096] = "a name of more than twenty-four characters";
+    void* ptr = memory;
+    void* places[2] = {};
+    switch (opcode) {
+    case effClose:          // ends the instance
+    case effSetSampleRate:  // below, within bounds
+    case effSetProgram:     // below, for the model as well
+    case effMainsChanged:   // the same
+    case effSetProgramName: // the same
+        return;
+    case effEditOpen:
+        ptr = nullptr;
+        break;
+    case effGetProgramNameIndexed:
+        fuzzed.dispatch(opcode, std::max(index, 0), value, ptr, opt);
+        return;
+    case effGetSpeakerArrangement:
+        value = reinterpret_cast<VstIntPtr>(&places[0]);
+        ptr = &places[1];
+        break;
+    default:
+        break;
+    }
+    fuzzed.dispatch(opcode, index, value, ptr, opt);
+}
+
+void setProgramAndName(Fuzzed& fuzzed, ReferenceDelay& model, FuzzedDataProvider& data) {
+    const auto program = data.ConsumeIntegral<VstInt32>() % 30;
+    fuzzed.dispatch(effSetProgram, 0, program, nullptr, 0.0f);
+    model.setProgram(program);
+    if (data.ConsumeBool()) {
+        std::string name = data.ConsumeRandomLengthString(40);
+        fuzzed.dispatch(effSetProgramName, 0, 0, name.data(), 0.0f);
+        name = name.c_str();
+        model.programs[static_cast<std::size_t>(model.curProgram)].name = name.substr(0, 24);
+    }
+}
+
+void setRateOrResume(Fuzzed& fuzzed, ReferenceDelay& model, FuzzedDataProvider& data) {
+    if (data.ConsumeBool()) {
+        const auto rate = data.ConsumeFloatingPointInRange<float>(-100.0f, 192000.0f);
+        fuzzed.dispatch(effSetSampleRate, 0, 0, nullptr, rate);
+        model.setSampleRate(rate);
+    } else {
+        const auto value = data.ConsumeIntegral<VstIntPtr>();
+        fuzzed.dispatch(effMainsChanged, 0, value, nullptr, 0.0f);
+        if (value != 0) {
+            model.resume();
+        }
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+    FuzzedDataProvider data(bytes, size);
+    Fuzzed fuzzed;
+    ReferenceDelay model;
+    for (int step = 0; step < kMostSteps && data.remaining_bytes() > 0; ++step) {
+        switch (data.ConsumeIntegralInRange<int>(0, 5)) {
+        case 0:
+            writeParameter(fuzzed, model, data);
+            break;
+        case 1:
+            askAnything(fuzzed, model, data);
+            break;
+        case 2:
+            setProgramAndName(fuzzed, model, data);
+            break;
+        case 3:
+            setRateOrResume(fuzzed, model, data);
+            break;
+        default:
+            processBlock(fuzzed, model, data);
+            break;
+        }
+        const std::string difference = stateDifference(fuzzed.effect(), model);
+        expect(difference.empty(), difference);
+    }
+    return 0;
+}
