@@ -5,3 +5,7 @@
 CGWindowLevel CGWindowLevelForKey(CGWindowLevelKey key) {
     return key == kCGFloatingWindowLevelKey ? NSFloatingWindowLevel : NSNormalWindowLevel;
 }
+
+CGWindowLevel CGShieldingWindowLevel() {
+    return NSScreenSaverWindowLevel;
+}

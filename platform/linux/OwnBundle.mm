@@ -1,6 +1,7 @@
 #include "platform/linux/OwnBundle.h"
 
 #include "editor/BundlePath.h"
+#import "platform/linux/TarnsBundle.h"
 #import "platform/linux/TarnsX11HostWindow.h"
 
 #include <dlfcn.h>
@@ -23,7 +24,7 @@ NSBundle* bundleOfFile(const char* file) {
         return nil;
     }
     const std::string contents = *path + "/Contents";
-    return [[NSBundle alloc] initWithPath:[NSString stringWithUTF8String:contents.c_str()]];
+    return [[TarnsBundle alloc] initWithPath:[NSString stringWithUTF8String:contents.c_str()]];
 }
 
 NSMutableArray* classesInFile(const char* file) {

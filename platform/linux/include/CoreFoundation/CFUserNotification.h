@@ -22,9 +22,11 @@ enum {
     kCFUserNotificationCancelResponse = 3
 };
 
-// Writes the alert as one line on standard error and returns 0 at once: nobody can answer it there,
-// so the response is the one of an alert that timed out. The texts may be null, and so may
-// `responseFlags`. Any thread.
+// Shows the alert in a window until it is answered or, unless `timeout` is 0, that many seconds are
+// over. Programs without AppKit, or without a display, write it as one line on standard error
+// instead: nobody can answer it there, so the response is the one of an alert that timed out.
+// Always returns 0. The texts may be null, and so may `responseFlags`. With AppKit for the
+// user-interface thread, otherwise for any.
 SInt32 CFUserNotificationDisplayAlert(CFTimeInterval timeout, CFOptionFlags flags, CFURLRef iconURL,
                                       CFURLRef soundURL, CFURLRef localizationURL,
                                       CFStringRef alertHeader, CFStringRef alertMessage,

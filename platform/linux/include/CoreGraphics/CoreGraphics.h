@@ -15,6 +15,9 @@ enum { kCGFloatingWindowLevelKey = 5 };
 // The level of AppKit's windows for a key; that of ordinary windows for keys other than the above.
 CGWindowLevel CGWindowLevelForKey(CGWindowLevelKey key);
 
+// A level above that of all ordinary windows.
+CGWindowLevel CGShieldingWindowLevel(void);
+
 #ifdef __cplusplus
 }
 #endif

@@ -1,0 +1,7 @@
+#pragma once
+
+#import <Foundation/Foundation.h>
+
+// This code's bundle. It carries no property list; its identifier is the one of the macOS bundle.
+@interface TarnsBundle : NSBundle
+@end
