@@ -1,0 +1,5 @@
+#pragma once
+
+typedef struct ComponentInstanceRecord ComponentInstanceRecord;
+typedef ComponentInstanceRecord* AudioComponentInstance;
+typedef AudioComponentInstance AudioUnit;
