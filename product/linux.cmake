@@ -3,6 +3,9 @@ set_target_properties(TvDelay PROPERTIES
     LINK_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/exports.map)
 target_link_options(TvDelay PRIVATE
     -Wl,--version-script=${CMAKE_CURRENT_SOURCE_DIR}/exports.map
-    -Wl,--no-undefined
     # The runtime keeps classes for good: their code must outlive a host's dlclose.
     -Wl,-z,nodelete)
+# The sanitizers' runtime is in the program that loads the plug-in.
+if(NOT TVDELAY_SANITIZERS)
+    target_link_options(TvDelay PRIVATE -Wl,--no-undefined)
+endif()
