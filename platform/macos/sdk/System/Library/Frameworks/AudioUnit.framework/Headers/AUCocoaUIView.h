@@ -1,8 +1,7 @@
 #pragma once
 
 #import <AppKit/NSView.h>
-
-typedef struct ComponentInstanceRecord* AudioUnit;
+#import <AudioUnit/AUComponent.h>
 
 @protocol AUCocoaUIBase
 - (unsigned)interfaceVersion;
