@@ -1,4 +1,5 @@
 // What else is in the macOS bundle: its metadata and its pictures.
+#include "editor/BundleIdentifier.h"
 #include "tests/bundle/MacBundle.h"
 
 #include <gmock/gmock.h>
@@ -77,6 +78,7 @@ std::set<std::string> expectedPictures() {
 
 TEST_F(InfoPlist, NamesTheBundle) {
     EXPECT_EQ(text("CFBundleIdentifier"), "com.tarnvalemusic.TvDelay");
+    EXPECT_EQ(text("CFBundleIdentifier"), kBundleIdentifier); // by which the code looks for it
     EXPECT_EQ(text("CFBundleName"), "TvDelay");
     EXPECT_EQ(text("CFBundleInfoDictionaryVersion"), "6.0");
 }
