@@ -1,6 +1,7 @@
 #import "platform/EditorHosting.h"
 
 #include "platform/EditorEvents.h"
+#include "platform/linux/DrawingErrors.h"
 #include "platform/linux/OwnBundle.h"
 #include "platform/linux/OwnPictures.h"
 #import "platform/linux/TarnsAppKit.h"
@@ -31,13 +32,35 @@ Display* serverConnection() {
     return static_cast<Display*>([GSCurrentServer() serverDevice]);
 }
 
-void deliverEvents() {
+// The back end waits for the X server in the run loop of the thread that AppKit started on, which
+// need not be this one.
+void readFromServer() {
+    id const server = GSCurrentServer();
+    if ([server respondsToSelector:@selector(receivedEvent:type:extra:forMode:)]) {
+        [server receivedEvent:nullptr type:ET_RDESC extra:nullptr forMode:NSDefaultRunLoopMode];
+    }
+}
+
+std::vector<NSEvent*> waitingEvents() {
+    readFromServer();
     NSDate* const now = [NSDate distantPast];
-    NSEvent* event;
-    while ((event = [NSApp nextEventMatchingMask:NSAnyEventMask
-                                       untilDate:now
-                                          inMode:NSDefaultRunLoopMode
-                                         dequeue:YES]) != nil) {
+    std::vector<NSEvent*> events;
+    while (NSEvent* const event = [NSApp nextEventMatchingMask:NSAnyEventMask
+                                                     untilDate:now
+                                                        inMode:NSDefaultRunLoopMode
+                                                       dequeue:YES]) {
+        events.push_back(event);
+    }
+    return events;
+}
+
+void deliverEvents() {
+    std::vector<NSEvent*> events = waitingEvents();
+    // AppKit hands the first press of a process on behind the drags that came after it.
+    std::stable_sort(events.begin(), events.end(), [](NSEvent* one, NSEvent* other) {
+        return [one timestamp] < [other timestamp];
+    });
+    for (NSEvent* const event : events) {
         [NSApp sendEvent:event];
     }
 }
@@ -89,22 +112,25 @@ bool prepareEditorViews() {
     if (![TarnsAppKit start]) {
         return false;
     }
+    beginQuietErrors(serverConnection());
     [TarnsEditorThread becomeCurrent];
     registerOwnBundle();
     shareOwnPictures();
-    refuseForeignWindowReferences();
+    containDrawingErrors();
     return true;
 }
 
 void* hostObjectFor(void* passed) {
-    if (passed == nullptr || !fitsX11Handle(passed)) {
-        return passed;
-    }
-    return viewInside(reinterpret_cast<Window>(passed));
+    void* const object = passed != nullptr && fitsX11Handle(passed)
+                             ? viewInside(reinterpret_cast<Window>(passed))
+                             : passed;
+    refuseAsWindowReference(object);
+    return object;
 }
 
 void editorShown(const tveditor13* editor, NSView* rootView) {
     shownEditors().push_back({editor, rootView});
+    endQuietErrors();
 }
 
 void editorClosed(const tveditor13* editor) {
@@ -116,6 +142,7 @@ void editorClosed(const tveditor13* editor) {
     if (closed == editors.end()) {
         return;
     }
+    beginQuietErrors(serverConnection());
     @autoreleasepool {
         std::for_each(closed, editors.end(),
                       [](const ShownEditor& shown) { takeAway(shown.rootView); });
@@ -124,13 +151,14 @@ void editorClosed(const tveditor13* editor) {
             dropPictureCaches();
         }
     }
-    XFlush(serverConnection());
+    endQuietErrors();
 }
 
 void deliverEditorEvents() {
     if (shownEditors().empty()) {
         return;
     }
+    beginQuietErrors(serverConnection());
     [TarnsEditorThread becomeCurrent];
     @autoreleasepool {
         if ([TarnsAppKit isOurs]) {
@@ -140,4 +168,5 @@ void deliverEditorEvents() {
         guarded(paintEditors);
         [TarnsEditorThread endPainting];
     }
+    endQuietErrors();
 }

@@ -7,6 +7,7 @@
 #include <dlfcn.h>
 #include <objc/runtime.h>
 
+#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -23,7 +24,7 @@ NSBundle* bundleOfFile(const char* file) {
     if (!path) {
         return nil;
     }
-    const std::string contents = *path + "/Contents";
+    const std::string contents = std::filesystem::absolute(*path) / "Contents";
     return [[TarnsBundle alloc] initWithPath:[NSString stringWithUTF8String:contents.c_str()]];
 }
 

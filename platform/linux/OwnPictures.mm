@@ -2,6 +2,7 @@
 
 #include "platform/linux/OwnBundle.h"
 #import "platform/linux/TarnsAppKit.h"
+#import "platform/linux/TarnsPicture.h"
 
 #import <AppKit/AppKit.h>
 
@@ -18,15 +19,13 @@ NSMutableDictionary* picturesByFile() {
     return pictures;
 }
 
-id initShared(id self, SEL selector, NSString* file) {
-    NSImage* picture = [picturesByFile() objectForKey:file];
-    if (picture != nil) {
-        [self release];
-        return [picture retain];
-    }
-    picture = inheritedInitialiser(self, selector, file);
-    if (picture != nil) {
-        [picturesByFile() setObject:picture forKey:file];
+NSImage* newShared(SEL selector, NSString* file) {
+    NSImage* picture = [[picturesByFile() objectForKey:file] retain];
+    if (picture == nil) {
+        picture = inheritedInitialiser([TarnsPicture alloc], selector, file);
+        if (picture != nil) {
+            [picturesByFile() setObject:picture forKey:file];
+        }
     }
     return picture;
 }
@@ -35,8 +34,11 @@ id initByReferencingFile(id self, SEL selector, NSString* file) {
     if (file == nil && [TarnsAppKit isOurs]) {
         return [self init];
     }
-    return isOwnResource(file) ? initShared(self, selector, file)
-                               : inheritedInitialiser(self, selector, file);
+    if (!isOwnResource(file)) {
+        return inheritedInitialiser(self, selector, file);
+    }
+    [self release];
+    return newShared(selector, file);
 }
 
 } // namespace

@@ -11,7 +11,9 @@
 - (void)setNeedsDisplay:(BOOL)needed {
     [TarnsEditorThread requestRepaint];
     if ([TarnsEditorThread isCurrent]) {
-        [super setNeedsDisplay:needed];
+        @autoreleasepool {
+            [super setNeedsDisplay:needed];
+        }
     }
 }
 
@@ -22,7 +24,9 @@
 - (void)setNeedsDisplay:(BOOL)needed {
     [TarnsEditorThread requestRepaint];
     if ([TarnsEditorThread isCurrent]) {
-        [super setNeedsDisplay:needed];
+        @autoreleasepool {
+            [super setNeedsDisplay:needed];
+        }
     }
 }
 

@@ -64,13 +64,9 @@ bool startApplication() {
     @autoreleasepool {
         ours = startApplication();
     }
+    failed = !ours;
     std::setlocale(LC_ALL, locale.c_str());
-    if (ours) {
-        silenceErrorsOf(static_cast<Display*>([GSCurrentServer() serverDevice]), handlerOfHost);
-    } else {
-        failed = true;
-        XSetErrorHandler(handlerOfHost);
-    }
+    XSetErrorHandler(handlerOfHost);
     return ours;
 }
 

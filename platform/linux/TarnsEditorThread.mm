@@ -1,5 +1,7 @@
 #import "platform/linux/TarnsEditorThread.h"
 
+#import <AppKit/AppKit.h>
+
 #include <pthread.h>
 #include <x86intrin.h>
 
@@ -16,6 +18,16 @@ std::atomic<pthread_t> editorThread{};
 std::atomic<std::uint64_t> latestRequest{0};
 bool painting = false;
 
+// AppKit keeps it by thread, and sets it up on the one that starts it.
+void takeOverContext() {
+    static NSGraphicsContext* context = nil;
+    if (context == nil) {
+        context = [[NSGraphicsContext currentContext] retain];
+    } else if ([NSGraphicsContext currentContext] == nil) {
+        [NSGraphicsContext setCurrentContext:context];
+    }
+}
+
 } // namespace
 
 @implementation TarnsEditorThread
@@ -23,6 +35,7 @@ bool painting = false;
 + (void)becomeCurrent {
     editorThread.store(pthread_self(), std::memory_order_relaxed);
     GSAppKitThread = GSCurrentThread();
+    takeOverContext();
 }
 
 + (BOOL)isCurrent {

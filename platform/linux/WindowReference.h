@@ -1,5 +1,5 @@
 #pragma once
 
-// Makes `initWithWindowRef:` of NSWindow answer nil for anything that can't be the handle of a
-// window of the X server, where it would ask the server for it. Repeated calls change nothing.
-void refuseForeignWindowReferences();
+// Makes `initWithWindowRef:` of NSWindow answer nil for `view`, where it would look for a handle of
+// the X server behind the pointer. Holds until it is called again, for that pointer alone.
+void refuseAsWindowReference(void* view);

@@ -1,7 +1,5 @@
 #include "platform/linux/WindowReference.h"
 
-#include "platform/linux/X11Handle.h"
-
 #import <AppKit/AppKit.h>
 
 #include <objc/runtime.h>
@@ -11,23 +9,28 @@ namespace {
 using Initialiser = id (*)(id, SEL, void*);
 
 Initialiser inheritedInitialiser = nullptr;
+void* refused = nullptr;
 
 id initWithWindowRef(id self, SEL selector, void* reference) {
-    if (fitsX11Handle(reference)) {
+    if (reference != refused) {
         return inheritedInitialiser(self, selector, reference);
     }
     [self release];
     return nil;
 }
 
-} // namespace
-
-void refuseForeignWindowReferences() {
-    if (inheritedInitialiser != nullptr) {
-        return;
-    }
+void replaceInitialiser() {
     const Method method =
         class_getInstanceMethod(objc_getClass("NSWindow"), @selector(initWithWindowRef:));
     inheritedInitialiser = reinterpret_cast<Initialiser>(
         method_setImplementation(method, reinterpret_cast<IMP>(initWithWindowRef)));
+}
+
+} // namespace
+
+void refuseAsWindowReference(void* view) {
+    refused = view;
+    if (inheritedInitialiser == nullptr) {
+        replaceInitialiser();
+    }
 }

@@ -2,35 +2,38 @@
 
 namespace {
 
-Display* silencedDisplay = nullptr;
-XErrorHandler handlerOfOthers = nullptr;
+Display* quietDisplay = nullptr;
+XErrorHandler handlerBefore = nullptr;
 
 int handleError(Display* display, XErrorEvent* error) {
-    return display == silencedDisplay ? 0 : handlerOfOthers(display, error);
-}
-
-int ignoreError(Display* display, XErrorEvent* error) {
-    return 0;
+    return display == quietDisplay ? 0 : handlerBefore(display, error);
 }
 
 } // namespace
 
-void silenceErrorsOf(Display* display, XErrorHandler otherHandler) {
-    silencedDisplay = display;
-    handlerOfOthers = otherHandler;
-    XSetErrorHandler(handleError);
+void beginQuietErrors(Display* display) {
+    if (quietDisplay == nullptr) {
+        quietDisplay = display;
+        handlerBefore = currentErrorHandler();
+        XSetErrorHandler(handleError);
+    }
+}
+
+void endQuietErrors() {
+    if (quietDisplay != nullptr) {
+        XSync(quietDisplay, False);
+        XSetErrorHandler(handlerBefore);
+        quietDisplay = nullptr;
+    }
+}
+
+bool windowExists(Display* display, Window window) {
+    XWindowAttributes attributes;
+    return XGetWindowAttributes(display, window, &attributes) != 0;
 }
 
 XErrorHandler currentErrorHandler() {
     const XErrorHandler handler = XSetErrorHandler(nullptr);
     XSetErrorHandler(handler);
     return handler;
-}
-
-bool windowExists(Display* display, Window window) {
-    const XErrorHandler previous = XSetErrorHandler(ignoreError);
-    XWindowAttributes attributes;
-    const bool exists = XGetWindowAttributes(display, window, &attributes) != 0;
-    XSetErrorHandler(previous);
-    return exists;
 }

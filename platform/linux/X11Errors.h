@@ -4,12 +4,13 @@
 
 #include <X11/Xlib.h>
 
-// Keeps errors on `display` quiet from now on, and hands those of all other connections to
-// `otherHandler`. For connections that no one else uses.
-void silenceErrorsOf(Display* display, XErrorHandler otherHandler);
+// Between the two, errors on `display` are quiet and those of all other connections go where they
+// went before. The end waits for the server's answers. A second begin changes nothing.
+void beginQuietErrors(Display* display);
+void endQuietErrors();
+
+// For the time between them.
+bool windowExists(Display* display, Window window);
 
 // The handler in place. There is no way to ask for it but to set another for a moment.
 XErrorHandler currentErrorHandler();
-
-// True when `window` exists on `display`, to which errors are quiet or become so meanwhile.
-bool windowExists(Display* display, Window window);
