@@ -1,0 +1,388 @@
+// The built plug-in's editor under what Linux hosts do to it. Nothing here is linked with anything
+// of the plug-in.
+#include "tests/editor/HostedEditor.h"
+#include "tests/editor/XServer.h"
+#include "tests/support/LoadedPlugin.h"
+
+#include "plugin/vst2/EffectOpcodes.h"
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <thread>
+
+#include <dlfcn.h>
+#include <malloc.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr FaceControls kSlapBack{8, 26, 46, 82, 0, 0, 63, 0, 127};
+
+struct Effect {
+    explicit Effect(const LoadedPlugin& plugin) : record(plugin.entry()(plainHost)) {}
+    ~Effect() { call(effClose); }
+    Effect(const Effect&) = delete;
+    Effect& operator=(const Effect&) = delete;
+
+    VstIntPtr call(VstInt32 opcode, VstIntPtr value = 0, void* ptr = nullptr) {
+        return record->dispatcher(record, opcode, 0, value, ptr, 0.0f);
+    }
+    ERect size() {
+        ERect* rect = nullptr;
+        call(effEditGetRect, 0, &rect);
+        return *rect;
+    }
+
+    AEffect* const record;
+};
+
+void expectSize(const ERect& size, int bottom, int right) {
+    EXPECT_EQ(size.top, 0);
+    EXPECT_EQ(size.left, 0);
+    EXPECT_EQ(size.bottom, bottom);
+    EXPECT_EQ(size.right, right);
+}
+
+std::size_t bytesInUse() {
+    return mallinfo2().uordblks;
+}
+
+// Whether this process has a connection to the X server.
+bool isConnectedToX() {
+    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
+        std::error_code error;
+        const std::string target = std::filesystem::read_symlink(entry, error).string();
+        if (target.rfind("socket:", 0) == 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+class LinuxHost : public testing::Test {
+protected:
+    const LoadedPlugin plugin{TVDELAY_PLUGIN_PATH};
+};
+
+class LinuxHostOnScreen : public LinuxHost {
+protected:
+    LinuxHostOnScreen() { sharedXServer(); }
+};
+
+TEST_F(LinuxHostOnScreen, LoadingAndCreatingAnEffectOpensNoDisplay) {
+    Effect effect(plugin);
+    EXPECT_FALSE(isConnectedToX());
+}
+
+TEST_F(LinuxHostOnScreen, SizeIsToldBeforeTheFirstOpen) {
+    Effect effect(plugin);
+    expectSize(effect.size(), 400, 344);
+    HostedEditor editor(effect.record);
+    expectSize(effect.size(), 400, 344);
+}
+
+TEST_F(LinuxHostOnScreen, BuiltPluginShowsItsFace) {
+    Effect effect(plugin);
+    HostedEditor editor(effect.record);
+    EXPECT_EQ(editor.openAnswer, 1);
+    EXPECT_TRUE(editor.shows(kSlapBack));
+}
+
+TEST_F(LinuxHostOnScreen, WindowLargerThanTheEditorShowsItAtItsUpperLeft) {
+    Effect effect(plugin);
+    HostWindow window(200, 50, 700, 600);
+    effect.call(effEditOpen, 0, window.handle());
+    EXPECT_TRUE(idleUntil(
+        [&] { effect.call(effEditIdle); },
+        [&] { return differenceOf(window.screen(), expectedFace(kSlapBack)).mean < 0.5; }));
+    EXPECT_EQ(window.children().at(0).x, 0);
+    EXPECT_EQ(window.children().at(0).y, 0);
+    effect.call(effEditClose);
+}
+
+TEST_F(LinuxHostOnScreen, CloseTakesTheEditorsWindowAway) {
+    Effect effect(plugin);
+    HostedEditor editor(effect.record);
+    ASSERT_TRUE(editor.shows(kSlapBack));
+    editor.close();
+    EXPECT_TRUE(editor.becomes([&] { return editor.window.children().empty(); }));
+}
+
+TEST_F(LinuxHostOnScreen, DeletedEffectTakesItsOpenEditorsWindowAway) {
+    auto effect = std::make_unique<Effect>(plugin);
+    Effect other(plugin);
+    HostWindow window(100, 80);
+    effect->call(effEditOpen, 0, window.handle());
+    ASSERT_EQ(window.children().size(), 1u);
+    effect.reset();
+    EXPECT_TRUE(
+        idleUntil([&] { other.call(effEditIdle); }, [&] { return window.children().empty(); }));
+}
+
+TEST_F(LinuxHostOnScreen, SecondOpenWithoutACloseIsClosedWithTheFirst) {
+    Effect effect(plugin);
+    HostWindow first(100, 80);
+    HostWindow second(500, 80);
+    effect.call(effEditOpen, 0, first.handle());
+    effect.call(effEditOpen, 0, second.handle());
+    EXPECT_TRUE(idleUntil(
+        [&] { effect.call(effEditIdle); },
+        [&] { return differenceOf(second.screen(), expectedFace(kSlapBack)).mean < 0.5; }));
+    effect.call(effEditClose);
+    EXPECT_TRUE(
+        idleUntil([] {}, [&] { return first.children().empty() && second.children().empty(); }));
+}
+
+TEST_F(LinuxHostOnScreen, HostMayDestroyItsWindowBeforeClosing) {
+    Effect effect(plugin);
+    for (int round = 0; round < 3; ++round) {
+        HostedEditor editor(effect.record);
+        ASSERT_TRUE(editor.shows(kSlapBack));
+        editor.window.destroy();
+        for (int i = 0; i < 5; ++i) {
+            effect.record->setParameter(effect.record, 1, 0.215f);
+            editor.idle();
+        }
+        editor.close();
+        editor.idle();
+    }
+    HostedEditor again(effect.record);
+    EXPECT_TRUE(again.shows(kSlapBack));
+}
+
+TEST_F(LinuxHostOnScreen, HostMayDestroyItsWindowAfterClosing) {
+    Effect effect(plugin);
+    for (int round = 0; round < 3; ++round) {
+        HostedEditor editor(effect.record);
+        ASSERT_TRUE(editor.shows(kSlapBack));
+        editor.close();
+        editor.window.destroy();
+        editor.idle();
+    }
+    HostedEditor again(effect.record);
+    EXPECT_TRUE(again.shows(kSlapBack));
+}
+
+TEST_F(LinuxHostOnScreen, TwoHundredOpeningsLeaveNoWindowAndLittleMemory) {
+    Effect effect(plugin);
+    const auto round = [&] {
+        HostedEditor editor(effect.record);
+        editor.idle();
+        editor.idle();
+        editor.close();
+    };
+    round();
+    const int windows = windowsOnScreen();
+    for (int i = 0; i < 20; ++i) {
+        round();
+    }
+    const std::size_t before = bytesInUse();
+    constexpr int kRounds = 180;
+    for (int i = 0; i < kRounds; ++i) {
+        round();
+    }
+    EXPECT_TRUE(idleUntil([] {}, [&] { return windowsOnScreen() <= windows; }));
+    EXPECT_EQ(windowsOnScreen(), windows);
+    // The views and lists of one editor, which stay by design, and no picture.
+    const std::size_t growth = bytesInUse() - before;
+    EXPECT_LT(growth / kRounds, 128u * 1024u);
+}
+
+TEST_F(LinuxHostOnScreen, NullPointerIsOpenedWithNothingAttached) {
+    Effect effect(plugin);
+    const int windows = windowsOnScreen();
+    EXPECT_EQ(effect.call(effEditOpen, 0, nullptr), 1);
+    effect.record->setParameter(effect.record, 1, 0.5f);
+    effect.call(effEditIdle);
+    effect.call(effEditClose);
+    EXPECT_GE(windowsOnScreen(), windows);
+    EXPECT_EQ(effect.record->getParameter(effect.record, 1), 0.5f);
+}
+
+TEST_F(LinuxHostOnScreen, IdOfAWindowThatIsGoneIsOpenedWithNothingAttached) {
+    Effect effect(plugin);
+    void* gone;
+    {
+        HostWindow window(100, 80);
+        gone = window.handle();
+    }
+    for (void* const handle :
+         {gone, reinterpret_cast<void*>(1), reinterpret_cast<void*>(0x7FFFFFFF),
+          reinterpret_cast<void*>(0xFFFFFFFF)}) {
+        EXPECT_EQ(effect.call(effEditOpen, 0, handle), 1);
+        effect.record->setParameter(effect.record, 1, 0.5f);
+        effect.call(effEditIdle);
+        effect.call(effEditClose);
+    }
+}
+
+TEST_F(LinuxHostOnScreen, ValueThatNoFrameShowsLeavesHostAndEditorAlive) {
+    Effect effect(plugin);
+    HostedEditor editor(effect.record);
+    ASSERT_TRUE(editor.shows(kSlapBack));
+    for (const float value : {1.5f, -0.5f, 1e20f}) {
+        for (int parameter = 0; parameter < 9; ++parameter) {
+            effect.record->setParameter(effect.record, parameter, value);
+            editor.idle();
+            editor.idle();
+        }
+        for (const int parameter : {0, 1, 2, 3, 6, 7, 8}) {
+            effect.record->setParameter(effect.record, parameter, 0.505f);
+        }
+        effect.record->setParameter(effect.record, 4, 1.0f);
+        effect.record->setParameter(effect.record, 5, 0.0f);
+        EXPECT_TRUE(editor.shows({63, 63, 63, 63, 1, 0, 63, 63, 63}));
+    }
+}
+
+TEST_F(LinuxHostOnScreen, EditorMayLiveOnAThreadOfItsOwn) {
+    Effect effect(plugin);
+    bool shown = false, moved = false;
+    std::thread userInterface([&] {
+        HostedEditor editor(effect.record);
+        shown = editor.shows(kSlapBack);
+        std::thread([&] { effect.record->setParameter(effect.record, 1, 0.505f); }).join();
+        FaceControls expected = kSlapBack;
+        expected[1] = 63;
+        moved = editor.shows(expected);
+    });
+    userInterface.join();
+    EXPECT_TRUE(shown);
+    EXPECT_TRUE(moved);
+}
+
+TEST_F(LinuxHostOnScreen, EditorMayMoveToAnotherThreadBetweenOpenings) {
+    Effect effect(plugin);
+    for (int round = 0; round < 3; ++round) {
+        bool shown = false, moved = false;
+        std::thread userInterface([&] {
+            HostedEditor editor(effect.record);
+            shown = editor.shows(kSlapBack);
+            editor.mouse.moveTo(178, 226);
+            editor.mouse.press();
+            editor.mouse.moveTo(178, 226 - 30);
+            moved = editor.becomes(
+                [&] { return effect.record->getParameter(effect.record, 1) == 40 * 0.01f; });
+            editor.mouse.release();
+            editor.idle();
+        });
+        userInterface.join();
+        EXPECT_TRUE(shown);
+        EXPECT_TRUE(moved);
+        effect.call(effSetProgram, 1);
+        effect.call(effSetProgram, 0);
+        const float slapBack[] = {0.0799773261f, 0.215f, 0.374f, 0.655999f, 1.0f,
+                                  0.0f,          0.5f,   0.0f,   1.0f};
+        for (const int parameter : {3, 0, 1, 2, 4, 5, 6, 7, 8}) {
+            effect.record->setParameter(effect.record, parameter, slapBack[parameter]);
+        }
+    }
+}
+
+TEST_F(LinuxHostOnScreen, OpeningKeepsTheHostsLocale) {
+    setenv("LC_ALL", "C.UTF-8", 1);
+    ASSERT_STREQ(setlocale(LC_ALL, nullptr), "C");
+    Effect effect(plugin);
+    HostedEditor editor(effect.record);
+    EXPECT_TRUE(editor.shows(kSlapBack));
+    EXPECT_STREQ(setlocale(LC_ALL, nullptr), "C");
+}
+
+TEST_F(LinuxHostOnScreen, HostKeepsTheKeyboard) {
+    Effect effect(plugin);
+    HostedEditor editor(effect.record);
+    ASSERT_TRUE(editor.shows(kSlapBack));
+    const unsigned long focus = keyboardFocus();
+    editor.mouse.moveTo(178, 226);
+    editor.mouse.press();
+    editor.mouse.moveTo(178, 250);
+    EXPECT_TRUE(
+        editor.becomes([&] { return effect.record->getParameter(effect.record, 1) > 0.55f; }));
+    editor.mouse.release();
+    editor.idle();
+    EXPECT_EQ(keyboardFocus(), focus);
+}
+
+TEST_F(LinuxHostOnScreen, OtherConnectionsKeepTheHostsErrorHandler) {
+    Effect effect(plugin);
+    ErrorCounter errors;
+    HostedEditor editor(effect.record);
+    ASSERT_TRUE(editor.shows(kSlapBack));
+    errors.cause();
+    EXPECT_EQ(errors.count(), 1);
+    editor.window.destroy();
+    effect.record->setParameter(effect.record, 1, 0.5f);
+    editor.idle();
+    editor.close();
+    editor.idle();
+    EXPECT_EQ(errors.count(), 1);
+}
+
+TEST_F(LinuxHostOnScreen, SecondFileOfThePluginInTheSameProcess) {
+    const std::filesystem::path bundle =
+        std::filesystem::path(TVDELAY_PLUGIN_PATH).parent_path().parent_path().parent_path();
+    char folder[] = "/tmp/tvdelay-copy-XXXXXX";
+    ASSERT_NE(mkdtemp(folder), nullptr);
+    const std::filesystem::path copy = std::filesystem::path(folder) / bundle.filename();
+    std::filesystem::copy(bundle, copy, std::filesystem::copy_options::recursive);
+    {
+        const LoadedPlugin second(
+            (copy / std::filesystem::relative(TVDELAY_PLUGIN_PATH, bundle)).string());
+        Effect ofSecond(second);
+        Effect ofFirst(plugin);
+        HostedEditor secondEditor(ofSecond.record, 100, 80);
+        HostedEditor firstEditor(ofFirst.record, 600, 80);
+        EXPECT_TRUE(secondEditor.shows(kSlapBack));
+        EXPECT_TRUE(firstEditor.shows(kSlapBack));
+        ofFirst.record->setParameter(ofFirst.record, 1, 0.505f);
+        ofSecond.record->setParameter(ofSecond.record, 8, 0.505f);
+        FaceControls one = kSlapBack, two = kSlapBack;
+        one[1] = 63;
+        two[8] = 63;
+        EXPECT_TRUE(firstEditor.shows(one));
+        EXPECT_TRUE(secondEditor.shows(two));
+        firstEditor.close();
+        ofSecond.record->setParameter(ofSecond.record, 1, 0.505f);
+        two[1] = 63;
+        EXPECT_TRUE(secondEditor.shows(two));
+    }
+    std::filesystem::remove_all(folder);
+}
+
+TEST_F(LinuxHostOnScreen, NothingIsWrittenIntoTheUsersHome) {
+    char home[] = "/tmp/tvdelay-home-XXXXXX";
+    ASSERT_NE(mkdtemp(home), nullptr);
+    setenv("HOME", home, 1);
+    {
+        Effect effect(plugin);
+        HostedEditor editor(effect.record);
+        EXPECT_TRUE(editor.shows(kSlapBack));
+    }
+    EXPECT_TRUE(std::filesystem::is_empty(home));
+    std::filesystem::remove_all(home);
+}
+
+// In a process of its own: AppKit may have met a display before in this one.
+TEST_F(LinuxHost, EditorWithoutADisplayFailsSoftly) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(
+        {
+            unsetenv("DISPLAY");
+            Effect effect(plugin);
+            bool fine = effect.call(effEditOpen, 0, reinterpret_cast<void*>(0x400001)) == 1;
+            fine = fine && effect.call(effEditOpen, 0, nullptr) == 1;
+            effect.record->setParameter(effect.record, 1, 0.5f);
+            effect.call(effEditIdle);
+            fine = fine && effect.record->getParameter(effect.record, 1) == 0.5f;
+            effect.call(effEditClose);
+            std::exit(fine ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "^$");
+}

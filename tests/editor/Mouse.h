@@ -1,0 +1,27 @@
+// The screen's mouse, moved from outside.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+// Runs xdotool to its end. Throws std::runtime_error when that fails.
+void xdotool(const std::vector<std::string>& arguments);
+
+// A mouse over an editor whose lower left corner is given in pixels of the screen. Places are
+// points of the editor, y growing upward.
+class Mouse {
+public:
+    Mouse(int left, int bottom) : left_(left), bottom_(bottom) {}
+
+    void moveTo(int x, int y) const;
+    void press() const;
+    void release() const;
+
+private:
+    int left_, bottom_;
+};
+
+// Calls `idle` some 100 times a second until `done`, at most for ten seconds. Answers `done` at the
+// end.
+bool idleUntil(const std::function<void()>& idle, const std::function<bool()>& done);

@@ -1,0 +1,30 @@
+// A virtual X server of the test's own.
+#pragma once
+
+#include <string>
+
+#include <sys/types.h>
+
+// One screen of 1280 by 800, without a window manager. Ends with the object, or with the test's
+// process.
+class XServer {
+public:
+    // Starts it, waits until it listens and points DISPLAY to it. Throws std::runtime_error when
+    // there is no Xvfb.
+    XServer();
+    ~XServer();
+    XServer(const XServer&) = delete;
+    XServer& operator=(const XServer&) = delete;
+
+    static constexpr int kWidth = 1280;
+    static constexpr int kHeight = 800;
+
+    const std::string& display() const { return name; }
+
+private:
+    pid_t process;
+    std::string name;
+};
+
+// The one that all tests of a process share: AppKit stays with the first it meets.
+XServer& sharedXServer();
