@@ -14,8 +14,10 @@ NSInteger answerBefore(NSDate* end, NSPanel* panel) {
     const NSModalSession session = [NSApp beginModalSessionForWindow:panel];
     NSInteger answer = [NSApp runModalSession:session];
     while (answer == NSRunContinuesResponse && [end timeIntervalSinceNow] > 0.0) {
+        // In short turns: a timer may answer as well, and brings no event.
+        NSDate* const turn = [NSDate dateWithTimeIntervalSinceNow:0.05];
         [NSApp nextEventMatchingMask:NSAnyEventMask
-                           untilDate:end
+                           untilDate:[end earlierDate:turn]
                               inMode:NSModalPanelRunLoopMode
                              dequeue:NO];
         answer = [NSApp runModalSession:session];
