@@ -80,14 +80,15 @@ std::vector<HostWindow::Child> HostWindow::children() const {
     return found;
 }
 
-ScreenPart HostWindow::screen() const {
-    XImage* const image = XGetImage(display, DefaultRootWindow(display), left_, top_, kWidth,
-                                    kHeight, AllPlanes, ZPixmap);
+ScreenPart screenAt(int left, int top) {
+    Display* const display = openDisplay();
+    XImage* const image = XGetImage(display, DefaultRootWindow(display), left, top,
+                                    HostWindow::kWidth, HostWindow::kHeight, AllPlanes, ZPixmap);
     ScreenPart part;
-    part.width = kWidth;
-    part.height = kHeight;
-    for (int row = 0; row < kHeight; ++row) {
-        for (int column = 0; column < kWidth; ++column) {
+    part.width = HostWindow::kWidth;
+    part.height = HostWindow::kHeight;
+    for (int row = 0; row < part.height; ++row) {
+        for (int column = 0; column < part.width; ++column) {
             const unsigned long rgb = XGetPixel(image, column, row);
             part.pixels.push_back({static_cast<std::uint8_t>(rgb >> 16),
                                    static_cast<std::uint8_t>(rgb >> 8),
@@ -95,6 +96,7 @@ ScreenPart HostWindow::screen() const {
         }
     }
     XDestroyImage(image);
+    XCloseDisplay(display);
     return part;
 }
 

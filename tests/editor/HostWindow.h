@@ -18,6 +18,9 @@ struct ScreenPart {
     }
 };
 
+// As much of the screen as an editor takes, from an upper left corner in pixels.
+ScreenPart screenAt(int left, int top);
+
 class HostWindow {
 public:
     static constexpr int kWidth = 344;
@@ -46,7 +49,7 @@ public:
     std::vector<Child> children() const;
 
     // What the screen shows where it lies, whatever lies there.
-    ScreenPart screen() const;
+    ScreenPart screen() const { return screenAt(left_, top_); }
 
 private:
     _XDisplay* display;

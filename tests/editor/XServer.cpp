@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <stdexcept>
 
+#include <fcntl.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -34,6 +35,8 @@ XServer::XServer() {
             _exit(1);
         }
         close(ends[0]);
+        // It tells of each display number that is taken.
+        dup2(open("/dev/null", O_WRONLY), STDERR_FILENO);
         const std::string descriptor = std::to_string(ends[1]);
         execlp("Xvfb", "Xvfb", "-displayfd", descriptor.c_str(), "-screen", "0", "1280x800x24",
                "-nolisten", "tcp", "-noreset", static_cast<char*>(nullptr));

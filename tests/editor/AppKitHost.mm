@@ -1,0 +1,93 @@
+#import "tests/editor/AppKitHost.h"
+
+#import "editor/ControlPoint13.h"
+#import "platform/EditorHosting.h"
+#include "tests/editor/XServer.h"
+
+AppKitHost::AppKitHost() {
+    sharedXServer();
+    pool = [[NSAutoreleasePool alloc] init];
+    if (NSApp == nil) {
+        [[NSUserDefaults standardUserDefaults]
+            registerDefaults:[NSDictionary
+                                 dictionaryWithObjectsAndKeys:@"YES", @"GSSuppressAppIcon", @"NO",
+                                                              @"GSBackHandlesWindowDecorations",
+                                                              nil]];
+        [NSApplication sharedApplication];
+    }
+    prepareEditorViews();
+}
+
+AppKitHost::~AppKitHost() {
+    [pool release];
+}
+
+void AppKitHost::runEvents() {
+    while (NSEvent* const event = [NSApp nextEventMatchingMask:NSAnyEventMask
+                                                     untilDate:[NSDate distantPast]
+                                                        inMode:NSDefaultRunLoopMode
+                                                       dequeue:YES]) {
+        [NSApp sendEvent:event];
+    }
+}
+
+NSWindow* shownWindow(CGFloat x, CGFloat y, CGFloat width, CGFloat height) {
+    NSWindow* const window = [[NSWindow alloc] initWithContentRect:NSMakeRect(x, y, width, height)
+                                                         styleMask:NSBorderlessWindowMask
+                                                           backing:NSBackingStoreBuffered
+                                                             defer:NO];
+    [window orderFrontRegardless];
+    return [window autorelease];
+}
+
+NSEvent* mouseEvent(NSEventType type, NSWindow* window, CGFloat x, CGFloat y) {
+    return [NSEvent mouseEventWithType:type
+                              location:NSMakePoint(x, y)
+                         modifierFlags:0
+                             timestamp:0
+                          windowNumber:[window windowNumber]
+                               context:nil
+                           eventNumber:0
+                            clickCount:1
+                              pressure:1.0f];
+}
+
+@implementation RecordingDelegate
+
+- (void)knobUpdatedWithIndex:(int32_t)index withValue:(id)value withObject:(id)object {
+    messages.push_back({"knobUpdated", index, value, object, [point currentDraggedAngle]});
+}
+
+- (void)updateCenterOffsetAmountAndDisplay:(int32_t)buttonType {
+    messages.push_back({"updateCenterOffset", buttonType, nil, nil, 0.0f});
+}
+
+- (void)updateGroupButtons:(int32_t)buttonType {
+    messages.push_back({"updateGroupButtons", buttonType, nil, nil, 0.0f});
+}
+
+@end
+
+@implementation RecordingImage
+
+- (void)drawInRect:(NSRect)target
+          fromRect:(NSRect)source
+         operation:(NSCompositingOperation)operation
+          fraction:(CGFloat)fraction {
+    drawings.push_back({target, source, operation, fraction});
+}
+
+@end
+
+@implementation RecordingView
+
+- (void)drawRect:(NSRect)rect {
+    drawings.push_back(rect);
+}
+
+- (void)setNeedsDisplay:(BOOL)needed {
+    repaintRequests += needed ? 1 : 0;
+    [super setNeedsDisplay:needed];
+}
+
+@end

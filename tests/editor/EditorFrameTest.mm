@@ -1,0 +1,392 @@
+// tveditor13 in a host that runs AppKit itself and passes a view, or a window reference.
+#import "tests/editor/AppKitHost.h"
+
+#import "editor/TarnsUiView13.h"
+#import "editor/tarnsCustomWindow10.h"
+#include "editor/tveditor13.h"
+#include "plugin/vst2/EffectOpcodes.h"
+#include "tests/editor/ExpectedFace.h"
+#include "tests/editor/Mouse.h"
+#include "tests/editor/RecordingSynth.h"
+#include "tests/editor/XServer.h"
+
+#include <objc/runtime.h>
+
+#include <thread>
+
+namespace {
+
+int token; // its address is the window reference of the stand-in
+std::vector<std::string> wrapperMessages;
+bool answersReferences = false;
+IMP inheritedWindowInit = nullptr;
+int closedWindows = 0;
+
+} // namespace
+
+// What a window reference turns into.
+@interface WindowWrapper : NSWindow
+@end
+
+@implementation WindowWrapper
+- (void)orderOut:(id)sender {
+    wrapperMessages.push_back("orderOut");
+    [super orderOut:sender];
+}
+- (void)close {
+    wrapperMessages.push_back("close");
+    [super close];
+}
+@end
+
+@interface NSWindow (StandIn)
+- (id)standInWithWindowRef:(void*)reference;
+@end
+
+@implementation NSWindow (StandIn)
+- (id)standInWithWindowRef:(void*)reference {
+    if (answersReferences && reference == &token) {
+        [self release];
+        return [[WindowWrapper alloc] initWithContentRect:NSMakeRect(0, 0, 10, 10)
+                                                styleMask:NSBorderlessWindowMask
+                                                  backing:NSBackingStoreBuffered
+                                                    defer:YES];
+    }
+    return reinterpret_cast<id (*)(id, SEL, void*)>(inheritedWindowInit)(
+        self, @selector(initWithWindowRef:), reference);
+}
+@end
+
+// A window of told sizes, as a title bar makes them.
+@interface SizedWindow : NSWindow {
+@public
+    std::vector<NSRect> frames;
+    bool displays, animates, withoutContent;
+}
+@end
+
+@implementation SizedWindow
+- (id)contentView {
+    return withoutContent ? nil : [super contentView];
+}
+- (void)setFrame:(NSRect)frame display:(BOOL)display animate:(BOOL)animate {
+    frames.push_back(frame);
+    displays = display;
+    animates = animate;
+    [super setFrame:frame display:display animate:NO];
+}
+@end
+
+class EditorFrame : public AppKitHost {
+protected:
+    EditorFrame() : editor(*synth.uiEditor) {}
+
+    VstIntPtr call(VstInt32 opcode, void* ptr = nullptr) {
+        AEffect* const effect = synth.getAeffect();
+        return effect->dispatcher(effect, opcode, 0, 0, ptr, 0.0f);
+    }
+    void expectSize(int bottom, int right) {
+        ERect* rect = nullptr;
+        EXPECT_EQ(call(effEditGetRect, &rect), 1);
+        EXPECT_EQ(rect->top, 0);
+        EXPECT_EQ(rect->left, 0);
+        EXPECT_EQ(rect->bottom, bottom);
+        EXPECT_EQ(rect->right, right);
+    }
+
+    RecordingSynth synth;
+    tveditor13& editor;
+};
+
+class EditorOfView : public EditorFrame {
+protected:
+    EditorOfView() {
+        window = [[SizedWindow alloc] initWithContentRect:NSMakeRect(200, 100, 600, 500)
+                                                styleMask:NSBorderlessWindowMask
+                                                  backing:NSBackingStoreBuffered
+                                                    defer:NO];
+        [window orderFrontRegardless];
+        hostView = [[NSView alloc] initWithFrame:NSMakeRect(0, 0, 600, 478)];
+    }
+    ~EditorOfView() override {
+        call(effEditClose);
+        [window orderOut:nil];
+    }
+
+    SizedWindow* window;
+    NSView* hostView;
+};
+
+TEST_F(EditorOfView, IsAddedToTheHostsView) {
+    [window setContentView:hostView];
+    EXPECT_EQ(call(effEditOpen, hostView), 1);
+    EXPECT_TRUE(editor.editorOpen);
+    EXPECT_FALSE(editor.isOpen());
+    EXPECT_EQ(editor.embedView, hostView);
+    EXPECT_EQ(editor.detachedWindow, nil);
+    EXPECT_EQ([editor.uiView superview], hostView);
+    EXPECT_TRUE(NSEqualRects([editor.uiView frame], NSMakeRect(0, 0, 344, 400)));
+    EXPECT_EQ([editor.uiView getEffect], &synth);
+    expectSize(400, 344);
+}
+
+TEST_F(EditorOfView, ResizesTheHostsWindowToItselfAndWhatLiesAbove) {
+    [window setContentView:hostView];
+    [hostView setFrame:NSMakeRect(0, 0, 600, 478)];
+    ASSERT_EQ([window frame].size.height, 500.0);
+    ASSERT_EQ([[window contentView] frame].size.height, 478.0);
+    call(effEditOpen, hostView);
+    ASSERT_EQ(window->frames.size(), 1u);
+    EXPECT_TRUE(NSEqualRects(window->frames[0], NSMakeRect(200, 100, 344, 422)));
+    EXPECT_TRUE(window->displays);
+    EXPECT_TRUE(window->animates);
+}
+
+TEST_F(EditorOfView, WindowWithoutContentKeepsItsWholeHeightAbove) {
+    [[window contentView] addSubview:hostView];
+    window->withoutContent = true;
+    call(effEditOpen, hostView);
+    window->withoutContent = false;
+    ASSERT_EQ(window->frames.size(), 1u);
+    EXPECT_EQ(window->frames[0].size.height, 900.0);
+}
+
+TEST_F(EditorOfView, ViewOutsideAnyWindowGetsItToo) {
+    EXPECT_EQ(call(effEditOpen, hostView), 1);
+    EXPECT_EQ([editor.uiView superview], hostView);
+    EXPECT_TRUE(editor.editorOpen);
+    expectSize(100, 100);
+}
+
+TEST_F(EditorOfView, TitledWindowTakesItsTitleBarIntoAccount) {
+    NSWindow* const titled =
+        [[NSWindow alloc] initWithContentRect:NSMakeRect(300, 100, 500, 300)
+                                    styleMask:NSTitledWindowMask | NSClosableWindowMask
+                                      backing:NSBackingStoreBuffered
+                                        defer:NO];
+    [titled orderFrontRegardless];
+    const NSPoint origin = [titled frame].origin;
+    const CGFloat titleBar = [titled frame].size.height - [[titled contentView] frame].size.height;
+    EXPECT_GT(titleBar, 0.0);
+    call(effEditOpen, [titled contentView]);
+    // The change is animated.
+    const NSRect expected = NSMakeRect(origin.x, origin.y, 344.0, 400.0 + titleBar);
+    EXPECT_TRUE(
+        idleUntil([] { runEvents(); }, [&] { return NSEqualRects([titled frame], expected); }))
+        << [NSStringFromRect([titled frame]) UTF8String];
+    call(effEditClose);
+    [titled orderOut:nil];
+}
+
+TEST_F(EditorOfView, IsPaintedAndFollowsTheHost) {
+    [window setContentView:hostView];
+    call(effEditOpen, hostView);
+    const NSRect frame = [window frame];
+    const int left = static_cast<int>(frame.origin.x);
+    const int top = XServer::kHeight - static_cast<int>(frame.origin.y) - 400;
+    const auto idle = [&] {
+        runEvents();
+        call(effEditIdle);
+    };
+    FaceControls shown{8, 26, 46, 82, 0, 0, 63, 0, 127};
+    EXPECT_TRUE(idleUntil(
+        idle, [&] { return differenceOf(screenAt(left, top), expectedFace(shown)).mean < 0.5; }));
+    synth.getAeffect()->setParameter(synth.getAeffect(), 1, 0.755f);
+    shown[1] = 95;
+    EXPECT_TRUE(idleUntil(
+        idle, [&] { return differenceOf(screenAt(left, top), expectedFace(shown)).mean < 0.5; }));
+    std::thread([&] { synth.getAeffect()->setParameter(synth.getAeffect(), 8, 0.5f); }).join();
+    shown[8] = 63;
+    EXPECT_TRUE(idleUntil(
+        idle, [&] { return differenceOf(screenAt(left, top), expectedFace(shown)).mean < 0.5; }));
+}
+
+TEST_F(EditorOfView, StaysInPlaceWhenItIsClosed) {
+    [window setContentView:hostView];
+    call(effEditOpen, hostView);
+    TarnsUiView13* const view = editor.uiView;
+    EXPECT_EQ(call(effEditClose), 0);
+    EXPECT_FALSE(editor.editorOpen);
+    EXPECT_EQ(editor.uiView, view);
+    EXPECT_EQ([view superview], hostView);
+}
+
+TEST_F(EditorOfView, SecondOpenBuildsASecondView) {
+    [window setContentView:hostView];
+    call(effEditOpen, hostView);
+    TarnsUiView13* const first = editor.uiView;
+    call(effEditOpen, hostView);
+    EXPECT_NE(editor.uiView, first);
+    EXPECT_EQ([first superview], hostView);
+    EXPECT_EQ([editor.uiView superview], hostView);
+    EXPECT_EQ([[hostView subviews] count], 2u);
+}
+
+TEST_F(EditorOfView, NoViewShowsNothingAndIsOpen) {
+    EXPECT_EQ(call(effEditOpen, nullptr), 1);
+    EXPECT_TRUE(editor.editorOpen);
+    EXPECT_NE(editor.uiView, nil);
+    EXPECT_EQ([editor.uiView superview], nil);
+    EXPECT_EQ(editor.detachedWindow, nil);
+    expectSize(100, 100);
+}
+
+TEST_F(EditorOfView, TakesTheMouseFromTheHostsOwnLoop) {
+    [window setContentView:hostView];
+    call(effEditOpen, hostView);
+    synth.writes.clear();
+    const NSRect frame = [window frame];
+    const Mouse mouse(static_cast<int>(frame.origin.x),
+                      XServer::kHeight - static_cast<int>(frame.origin.y));
+    mouse.moveTo(178, 226);
+    runEvents();
+    mouse.press();
+    EXPECT_TRUE(
+        idleUntil([&] { runEvents(); }, [&] { return [window isKeyWindow] || [NSApp isActive]; }));
+    mouse.moveTo(178, 226 + 54);
+    EXPECT_TRUE(idleUntil([&] { runEvents(); }, [&] { return synth.writes.size() >= 9; }));
+    mouse.release();
+    runEvents();
+    EXPECT_EQ(synth.getParameter(1), 71 * 0.01f);
+}
+
+TEST_F(EditorOfView, FollowsTheEffectWhileItIsOpen) {
+    [window setContentView:hostView];
+    synth.getAeffect()->setParameter(synth.getAeffect(), 1, 0.3f);
+    call(effEditOpen, hostView);
+    [editor.uiView setNeedsDisplay:NO];
+    synth.getAeffect()->setParameter(synth.getAeffect(), 1, 0.5f);
+    EXPECT_TRUE([editor.uiView needsDisplay]);
+    call(effEditClose);
+    [editor.uiView setNeedsDisplay:NO];
+    synth.getAeffect()->setParameter(synth.getAeffect(), 1, 0.6f);
+    EXPECT_FALSE([editor.uiView needsDisplay]);
+    editor.setParameter(1, 0.7f); // told directly, it follows all the same
+    EXPECT_TRUE([editor.uiView needsDisplay]);
+}
+
+TEST_F(EditorOfView, BeforeTheFirstOpenItTakesParametersWithoutAView) {
+    EXPECT_EQ(editor.uiView, nil);
+    editor.setParameter(1, 0.5f);
+    EXPECT_EQ(editor.uiView, nil);
+}
+
+class FloatingEditor : public EditorFrame {
+protected:
+    FloatingEditor() {
+        const Method inherited =
+            class_getInstanceMethod([NSWindow class], @selector(initWithWindowRef:));
+        const Method standIn =
+            class_getInstanceMethod([NSWindow class], @selector(standInWithWindowRef:));
+        // After the platform's own replacement, which is made at the first open.
+        call(effEditOpen, nullptr);
+        call(effEditClose);
+        if (inheritedWindowInit == nullptr) {
+            inheritedWindowInit =
+                method_setImplementation(inherited, method_getImplementation(standIn));
+        }
+        answersReferences = true;
+        wrapperMessages.clear();
+    }
+    ~FloatingEditor() override {
+        call(effEditClose);
+        answersReferences = false;
+    }
+};
+
+TEST_F(FloatingEditor, ComesInAWindowOfItsOwn) {
+    EXPECT_EQ(call(effEditOpen, &token), 1);
+    ASSERT_GE(wrapperMessages.size(), 2u);
+    EXPECT_EQ(wrapperMessages[0], "orderOut");
+    EXPECT_EQ(wrapperMessages[1], "close");
+    EXPECT_TRUE(editor.editorOpen);
+    EXPECT_EQ(editor.embedView, &token);
+    tarnsCustomWindow10* const window = editor.detachedWindow;
+    ASSERT_TRUE([window isMemberOfClass:[tarnsCustomWindow10 class]]);
+    EXPECT_EQ([window editor], &editor);
+    EXPECT_EQ([window winPointerRef], &token);
+    EXPECT_EQ([window styleMask], 7u);
+    EXPECT_EQ([window level], NSFloatingWindowLevel);
+    EXPECT_TRUE([[window backgroundColor] isEqual:[NSColor blackColor]]);
+    EXPECT_FALSE([window isOpaque]);
+    EXPECT_TRUE([window isAutodisplay]);
+    EXPECT_EQ([window contentView], editor.uiView);
+    EXPECT_TRUE([window isVisible]);
+    EXPECT_EQ([window screen], [[NSScreen screens] objectAtIndex:0]);
+    const NSRect content = [window contentRectForFrameRect:[window frame]];
+    EXPECT_TRUE(NSEqualRects(content, NSMakeRect(320, 93, 344, 400)));
+    expectSize(100, 100);
+}
+
+TEST_F(FloatingEditor, IsClosedByTheHost) {
+    call(effEditOpen, &token);
+    tarnsCustomWindow10* const window = [editor.detachedWindow retain];
+    call(effEditClose);
+    EXPECT_FALSE(editor.editorOpen);
+    EXPECT_FALSE([window isVisible]);
+    EXPECT_EQ(editor.detachedWindow, window);
+}
+
+TEST_F(FloatingEditor, ClosedByTheUserHearsNothingMoreFromTheHost) {
+    call(effEditOpen, &token);
+    tarnsCustomWindow10* const window = [editor.detachedWindow retain];
+    [window performClose:nil];
+    EXPECT_FALSE(editor.editorOpen);
+    EXPECT_FALSE([window isVisible]);
+    closedWindows = 0;
+    const Method close = class_getInstanceMethod([tarnsCustomWindow10 class], @selector(close));
+    const IMP own =
+        method_setImplementation(close, reinterpret_cast<IMP>(+[](id, SEL) { ++closedWindows; }));
+    call(effEditClose);
+    EXPECT_EQ(closedWindows, 0);
+    editor.editorOpen = true;
+    call(effEditClose);
+    EXPECT_EQ(closedWindows, 1);
+    method_setImplementation(close, own);
+}
+
+TEST_F(FloatingEditor, ClosesAtAClickOnItsCloseButton) {
+    call(effEditOpen, &token);
+    tarnsCustomWindow10* const window = [editor.detachedWindow retain];
+    runEvents();
+    NSButton* const button = [window standardWindowButton:NSWindowCloseButton];
+    const NSRect frame = [button convertRect:[button bounds] toView:nil];
+    const NSPoint centre = [window convertBaseToScreen:NSMakePoint(NSMidX(frame), NSMidY(frame))];
+    const Mouse mouse(0, XServer::kHeight);
+    mouse.moveTo(static_cast<int>(centre.x), static_cast<int>(centre.y));
+    mouse.press();
+    mouse.release();
+    EXPECT_TRUE(idleUntil([] { runEvents(); }, [&] { return !editor.editorOpen; }));
+    EXPECT_FALSE([window isVisible]);
+}
+
+TEST_F(FloatingEditor, EachOpenMakesANewWindow) {
+    call(effEditOpen, &token);
+    tarnsCustomWindow10* const first = [editor.detachedWindow retain];
+    call(effEditClose);
+    call(effEditOpen, &token);
+    EXPECT_NE(editor.detachedWindow, first);
+    EXPECT_TRUE([editor.detachedWindow isVisible]);
+}
+
+TEST_F(FloatingEditor, ViewAfterAWindowForgetsTheWindow) {
+    call(effEditOpen, &token);
+    call(effEditClose);
+    NSView* const hostView = [[NSView alloc] initWithFrame:NSMakeRect(0, 0, 10, 10)];
+    call(effEditOpen, hostView);
+    EXPECT_EQ(editor.detachedWindow, nil);
+    EXPECT_EQ([editor.uiView superview], hostView);
+}
+
+TEST_F(FloatingEditor, SplashesGoToTheContentViewThatKnowsThem) {
+    call(effEditOpen, &token);
+    static std::vector<int> numbers;
+    numbers.clear();
+    const auto record =
+        reinterpret_cast<IMP>(+[](id, SEL selector, int number) { numbers.push_back(number); });
+    class_addMethod([TarnsUiView13 class], sel_registerName("addSplash:"), record, "v@:i");
+    class_addMethod([TarnsUiView13 class], sel_registerName("removeSplash:"), record, "v@:i");
+    editor.showSplash({41});
+    editor.hideSplash({42});
+    EXPECT_EQ(numbers, (std::vector<int>{41, 42}));
+}
