@@ -118,7 +118,7 @@ TEST_F(CoreFoundationTest, NoFolderGivesNoBundle) {
 }
 
 TEST_F(CoreFoundationTest, EmptyPathGivesNoAddress) {
-    const UInt8 nothing[] = "/tmp";
+    const UInt8 nothing[] = "/";
     EXPECT_EQ(CFURLCreateFromFileSystemRepresentation(nullptr, nothing, 0, true), nullptr);
 }
 

@@ -10,7 +10,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstdlib>
+#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -169,8 +169,9 @@ TEST(EffectBundle, PathToNoFolderGivesNoBundleAndNoWord) {
 }
 
 TEST(EffectBundle, PathToAFolderGivesItsBundle) {
-    for (const char* name : {"/tmp/a/b/probe", "/tmp//b/probe"}) {
-        const ProbeResult result = probeAs(name);
+    const std::string folder = std::filesystem::temp_directory_path().string();
+    for (const std::string& name : {folder + "/a/b/probe", folder + "//b/probe"}) {
+        const ProbeResult result = probeAs(name.c_str());
         EXPECT_EQ(result.output, "") << name;
         EXPECT_EQ(result.status, 1) << name;
     }
