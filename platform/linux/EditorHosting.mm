@@ -2,6 +2,7 @@
 
 #include "platform/EditorEvents.h"
 #include "platform/linux/DrawingErrors.h"
+#include "platform/linux/HostSignals.h"
 #include "platform/linux/OwnBundle.h"
 #include "platform/linux/OwnPictures.h"
 #import "platform/linux/TarnsAppKit.h"
@@ -109,6 +110,7 @@ void takeAway(NSView* rootView) {
 } // namespace
 
 bool prepareEditorViews() {
+    const HostSignals signalsOfHost; // ahead of the first message to any object
     if (![TarnsAppKit start]) {
         return false;
     }

@@ -9,11 +9,13 @@
 #include <gtest/gtest.h>
 
 #include <clocale>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <memory>
 #include <thread>
+#include <vector>
 
 #include <dlfcn.h>
 #include <malloc.h>
@@ -52,16 +54,25 @@ std::size_t bytesInUse() {
     return mallinfo2().uordblks;
 }
 
-// Whether this process has a connection to the X server.
-bool isConnectedToX() {
+// Connections of this process, to the X server and to others.
+int openSockets() {
+    int count = 0;
     for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
         std::error_code error;
         const std::string target = std::filesystem::read_symlink(entry, error).string();
-        if (target.rfind("socket:", 0) == 0) {
-            return true;
-        }
+        count += target.rfind("socket:", 0) == 0 ? 1 : 0;
     }
-    return false;
+    return count;
+}
+
+// Opens an editor on `handle` and does with it what hosts do; to be found alive afterwards.
+void useEditorOn(Effect& effect, void* handle) {
+    EXPECT_EQ(effect.call(effEditOpen, 0, handle), 1);
+    effect.record->setParameter(effect.record, 1, 0.5f);
+    effect.call(effEditIdle);
+    EXPECT_EQ(effect.record->getParameter(effect.record, 1), 0.5f);
+    effect.call(effEditClose);
+    effect.call(effEditIdle);
 }
 
 } // namespace
@@ -77,8 +88,16 @@ protected:
 };
 
 TEST_F(LinuxHostOnScreen, LoadingAndCreatingAnEffectOpensNoDisplay) {
-    Effect effect(plugin);
-    EXPECT_FALSE(isConnectedToX());
+    const int before = openSockets();
+    const LoadedPlugin again(TVDELAY_PLUGIN_PATH);
+    {
+        Effect effect(again);
+        effect.size();
+        effect.record->setParameter(effect.record, 1, 0.5f);
+        effect.call(effEditIdle);
+        EXPECT_EQ(openSockets(), before);
+    }
+    EXPECT_EQ(openSockets(), before);
 }
 
 TEST_F(LinuxHostOnScreen, SizeIsToldBeforeTheFirstOpen) {
@@ -142,6 +161,7 @@ TEST_F(LinuxHostOnScreen, SecondOpenWithoutACloseIsClosedWithTheFirst) {
 
 TEST_F(LinuxHostOnScreen, HostMayDestroyItsWindowBeforeClosing) {
     Effect effect(plugin);
+    std::vector<int> windows;
     for (int round = 0; round < 3; ++round) {
         HostedEditor editor(effect.record);
         ASSERT_TRUE(editor.shows(kSlapBack));
@@ -152,20 +172,25 @@ TEST_F(LinuxHostOnScreen, HostMayDestroyItsWindowBeforeClosing) {
         }
         editor.close();
         editor.idle();
+        windows.push_back(windowsOnScreen());
     }
+    EXPECT_EQ(windows, std::vector<int>(3, windows[0]));
     HostedEditor again(effect.record);
     EXPECT_TRUE(again.shows(kSlapBack));
 }
 
 TEST_F(LinuxHostOnScreen, HostMayDestroyItsWindowAfterClosing) {
     Effect effect(plugin);
+    std::vector<int> windows;
     for (int round = 0; round < 3; ++round) {
         HostedEditor editor(effect.record);
         ASSERT_TRUE(editor.shows(kSlapBack));
         editor.close();
         editor.window.destroy();
         editor.idle();
+        windows.push_back(windowsOnScreen());
     }
+    EXPECT_EQ(windows, std::vector<int>(3, windows[0]));
     HostedEditor again(effect.record);
     EXPECT_TRUE(again.shows(kSlapBack));
 }
@@ -197,13 +222,14 @@ TEST_F(LinuxHostOnScreen, TwoHundredOpeningsLeaveNoWindowAndLittleMemory) {
 
 TEST_F(LinuxHostOnScreen, NullPointerIsOpenedWithNothingAttached) {
     Effect effect(plugin);
+    useEditorOn(effect, nullptr); // AppKit makes windows of its own as it starts
     const int windows = windowsOnScreen();
     EXPECT_EQ(effect.call(effEditOpen, 0, nullptr), 1);
-    effect.record->setParameter(effect.record, 1, 0.5f);
     effect.call(effEditIdle);
+    EXPECT_EQ(windowsOnScreen(), windows);
     effect.call(effEditClose);
-    EXPECT_GE(windowsOnScreen(), windows);
-    EXPECT_EQ(effect.record->getParameter(effect.record, 1), 0.5f);
+    useEditorOn(effect, nullptr);
+    EXPECT_EQ(windowsOnScreen(), windows);
 }
 
 TEST_F(LinuxHostOnScreen, IdOfAWindowThatIsGoneIsOpenedWithNothingAttached) {
@@ -213,13 +239,13 @@ TEST_F(LinuxHostOnScreen, IdOfAWindowThatIsGoneIsOpenedWithNothingAttached) {
         HostWindow window(100, 80);
         gone = window.handle();
     }
+    useEditorOn(effect, nullptr); // AppKit makes windows of its own as it starts
+    const int windows = windowsOnScreen();
     for (void* const handle :
          {gone, reinterpret_cast<void*>(1), reinterpret_cast<void*>(0x7FFFFFFF),
           reinterpret_cast<void*>(0xFFFFFFFF)}) {
-        EXPECT_EQ(effect.call(effEditOpen, 0, handle), 1);
-        effect.record->setParameter(effect.record, 1, 0.5f);
-        effect.call(effEditIdle);
-        effect.call(effEditClose);
+        useEditorOn(effect, handle);
+        EXPECT_EQ(windowsOnScreen(), windows) << handle;
     }
 }
 
@@ -293,6 +319,22 @@ TEST_F(LinuxHostOnScreen, OpeningKeepsTheHostsLocale) {
     HostedEditor editor(effect.record);
     EXPECT_TRUE(editor.shows(kSlapBack));
     EXPECT_STREQ(setlocale(LC_ALL, nullptr), "C");
+}
+
+TEST_F(LinuxHostOnScreen, OpeningLeavesEverySignalToTheHost) {
+    std::vector<struct sigaction> before(NSIG);
+    for (int signal = 1; signal < NSIG; ++signal) {
+        sigaction(signal, nullptr, &before[static_cast<std::size_t>(signal)]);
+    }
+    Effect effect(plugin);
+    HostedEditor editor(effect.record);
+    ASSERT_TRUE(editor.shows(kSlapBack));
+    editor.close();
+    for (int signal = 1; signal < NSIG; ++signal) {
+        struct sigaction after {};
+        sigaction(signal, nullptr, &after);
+        EXPECT_EQ(after.sa_handler, before[static_cast<std::size_t>(signal)].sa_handler) << signal;
+    }
 }
 
 TEST_F(LinuxHostOnScreen, HostKeepsTheKeyboard) {
@@ -369,20 +411,34 @@ TEST_F(LinuxHostOnScreen, NothingIsWrittenIntoTheUsersHome) {
     std::filesystem::remove_all(home);
 }
 
-// In a process of its own: AppKit may have met a display before in this one.
+// In processes of their own: AppKit may have met a display before in this one.
+namespace {
+
+void useEditorAndExit(const LoadedPlugin& plugin) {
+    Effect effect(plugin);
+    useEditorOn(effect, reinterpret_cast<void*>(0x400001));
+    useEditorOn(effect, nullptr);
+    std::exit(testing::Test::HasFailure() ? 1 : 0);
+}
+
+} // namespace
+
 TEST_F(LinuxHost, EditorWithoutADisplayFailsSoftly) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(
         {
             unsetenv("DISPLAY");
-            Effect effect(plugin);
-            bool fine = effect.call(effEditOpen, 0, reinterpret_cast<void*>(0x400001)) == 1;
-            fine = fine && effect.call(effEditOpen, 0, nullptr) == 1;
-            effect.record->setParameter(effect.record, 1, 0.5f);
-            effect.call(effEditIdle);
-            fine = fine && effect.record->getParameter(effect.record, 1) == 0.5f;
-            effect.call(effEditClose);
-            std::exit(fine ? 0 : 1);
+            useEditorAndExit(plugin);
+        },
+        testing::ExitedWithCode(0), "^$");
+}
+
+TEST_F(LinuxHost, EditorOnADisplayThatIsNotThereFailsSoftly) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(
+        {
+            setenv("DISPLAY", "no such display", 1);
+            useEditorAndExit(plugin);
         },
         testing::ExitedWithCode(0), "^$");
 }

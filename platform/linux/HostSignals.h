@@ -1,0 +1,19 @@
+#pragma once
+
+#include <csignal>
+
+#include <array>
+
+// What the host does at each signal, put back when this goes: Foundation ignores broken pipes for
+// the whole process, and AppKit's back end takes the signals that end a program for itself, so that
+// a host with an editor open could no longer be stopped.
+class HostSignals {
+public:
+    HostSignals();
+    ~HostSignals();
+    HostSignals(const HostSignals&) = delete;
+    HostSignals& operator=(const HostSignals&) = delete;
+
+private:
+    std::array<struct sigaction, NSIG> actions;
+};
