@@ -2,13 +2,27 @@
 
 #import "editor/FlatKnobProtocol.h"
 
+#include <objc/runtime.h>
+
+namespace {
+
+// Into the view's own storage, which is there on all systems and declared by the older ones alone.
+void storeFrame(NSView* view, NSRect frame) {
+    const Ivar storage = class_getInstanceVariable([NSView class], "_frame");
+    if (storage != nullptr) {
+        *reinterpret_cast<NSRect*>(reinterpret_cast<char*>(view) + ivar_getOffset(storage)) = frame;
+    }
+}
+
+} // namespace
+
 @implementation TarnsCustomImageView13
 
 @synthesize delegate = _delegate;
 @synthesize imageState = _imageState;
 
 - (id)initWithFrameAndImages:(NSRect)frame imageOne:(NSImage*)imageOne imageTwo:(NSImage*)imageTwo {
-    _frame = frame;
+    storeFrame(self, frame);
     self = [super initWithFrame:frame];
     state1Image = [imageOne retain];
     state2Image = [imageTwo retain];

@@ -3,6 +3,31 @@
 #import "editor/TarnsCustomGroupButton13.h"
 #import "editor/TarnsCustomImageView13.h"
 #import "editor/TarnsCustomKickButton10.h"
+#import "editor/TarnsUiView13.h"
+
+#include <objc/runtime.h>
+
+namespace {
+
+using ViewInitialiser = id (*)(id, SEL, NSRect);
+
+IMP inheritedInit = nullptr;
+NSRect frameAtInit; // of the view, when its base is initialised
+
+id noteFrameAndInit(id self, SEL selector, NSRect frame) {
+    if ([self isMemberOfClass:[TarnsCustomImageView13 class]]) {
+        frameAtInit = [self frame];
+    }
+    return reinterpret_cast<ViewInitialiser>(inheritedInit)(self, selector, frame);
+}
+
+RecordingDelegate* presses = nil; // notes the base's presses among its own messages
+
+void notePress(id self, SEL selector, NSEvent* event) {
+    presses->messages.push_back({"inherited press", 0, event, nil, 0.0f});
+}
+
+} // namespace
 
 class ImageButtons : public AppKitHost {
 protected:
@@ -62,6 +87,38 @@ TEST_F(ImageButtons, StartInStateZeroWithTheirFrameAndImages) {
     EXPECT_EQ([image retainCount], owners + 2);
 }
 
+TEST_F(ImageButtons, FrameIsStoredAheadOfTheBasesInitialisation) {
+    const Method initialiser =
+        class_getInstanceMethod([NSImageView class], @selector(initWithFrame:));
+    inheritedInit = method_setImplementation(initialiser, reinterpret_cast<IMP>(noteFrameAndInit));
+    [[[TarnsCustomImageView13 alloc] initWithFrameAndImages:frame imageOne:off
+                                                   imageTwo:on] autorelease];
+    method_setImplementation(initialiser, inheritedInit);
+    EXPECT_TRUE(NSEqualRects(frameAtInit, frame));
+}
+
+TEST_F(ImageButtons, PressGoesToTheBaseFirst) {
+    presses = delegate;
+    const Method press = class_getInstanceMethod([NSImageView class], @selector(mouseDown:));
+    const IMP own = method_setImplementation(press, reinterpret_cast<IMP>(notePress));
+    this->press(toggle);
+    release(toggle);
+    EXPECT_EQ(heard(), (std::vector<std::string>{"inherited press", "knobUpdated"}));
+    delegate->messages.clear();
+    this->press(kick);
+    EXPECT_EQ(heard(),
+              (std::vector<std::string>{"inherited press", "knobUpdated", "updateCenterOffset"}));
+    delegate->messages.clear();
+    release(kick);
+    EXPECT_EQ(heard(), (std::vector<std::string>{"inherited press", "knobUpdated"}));
+    EXPECT_EQ([static_cast<NSEvent*>(delegate->messages[0].value) type], NSLeftMouseUp);
+    delegate->messages.clear();
+    this->press(group);
+    release(group);
+    EXPECT_EQ(heard(), (std::vector<std::string>{"updateGroupButtons"}));
+    method_setImplementation(press, own);
+}
+
 TEST_F(ImageButtons, ToggleFlipsOncePerPress) {
     for (const int state : {1, 0, 1, 0}) {
         press(toggle);
@@ -90,6 +147,24 @@ TEST_F(ImageButtons, ToggleAsksForARepaintAndSettingTheStateDoesNot) {
     EXPECT_FALSE([toggle needsDisplay]);
     press(toggle);
     EXPECT_TRUE([toggle needsDisplay]);
+}
+
+TEST_F(ImageButtons, KickAsksForARepaintAtPressAndRelease) {
+    [kick setNeedsDisplay:NO];
+    press(kick);
+    EXPECT_TRUE([kick needsDisplay]);
+    [kick setNeedsDisplay:NO];
+    release(kick);
+    EXPECT_TRUE([kick needsDisplay]);
+}
+
+TEST_F(ImageButtons, GroupButtonAsksForARepaintAtPressAlone) {
+    [group setNeedsDisplay:NO];
+    press(group);
+    EXPECT_TRUE([group needsDisplay]);
+    [group setNeedsDisplay:NO];
+    release(group);
+    EXPECT_FALSE([group needsDisplay]);
 }
 
 TEST_F(ImageButtons, EachDrawsTheImageOfItsState) {
@@ -159,13 +234,22 @@ TEST_F(ImageButtons, WithoutADelegateTheyLookTheSame) {
 }
 
 TEST_F(ImageButtons, DelegateThatDoesNotKnowTheButtonsRaises) {
-    NSObject* const stranger = [[[NSObject alloc] init] autorelease];
-    [group setDelegate:stranger];
-    bool raised = false;
-    @try {
-        press(group);
-    } @catch (NSException* exception) {
-        raised = [[exception name] isEqualToString:NSInvalidArgumentException];
+    TarnsUiView13* const view = [[TarnsUiView13 alloc] initWithFrame:NSMakeRect(0, 0, 344, 400)
+                                                           andEffect:nullptr];
+    [view awakeFromNib];
+    id const router = [view valueForKey:@"KnobView"]; // it knows toggles alone
+    for (TarnsCustomImageView13* const button : {static_cast<TarnsCustomImageView13*>(kick),
+                                                 static_cast<TarnsCustomImageView13*>(group)}) {
+        [button setDelegate:router];
+        bool raised = false;
+        @try {
+            press(button);
+        } @catch (NSException* exception) {
+            raised = [[exception name] isEqualToString:NSInvalidArgumentException];
+        }
+        EXPECT_TRUE(raised);
     }
-    EXPECT_TRUE(raised);
+    [toggle setDelegate:router];
+    press(toggle);
+    EXPECT_EQ([toggle imageState], 1);
 }

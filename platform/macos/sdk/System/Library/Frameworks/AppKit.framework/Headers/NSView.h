@@ -7,9 +7,7 @@
 @class NSWindow;
 
 FOUNDATION_EXPORT_CLASS
-@interface NSView : NSResponder {
-    NSRect _frame;
-}
+@interface NSView : NSResponder
 
 - (id)initWithFrame:(NSRect)frameRect;
 
