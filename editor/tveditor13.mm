@@ -54,6 +54,7 @@ void tveditor13::openFloatingWindow() {
                     backing:NSBackingStoreBuffered
                       defer:YES
                      screen:[[NSScreen screens] objectAtIndex:0]];
+    [window setReleasedWhenClosed:NO]; // `detachedWindow` keeps its value
     [window setEditor:this];
     [window setWinPoinerRef:embedView];
     [window setLevel:CGWindowLevelForKey(kCGFloatingWindowLevelKey)];

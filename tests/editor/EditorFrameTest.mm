@@ -201,6 +201,26 @@ TEST_F(EditorOfView, IsPaintedAndFollowsTheHost) {
         idle, [&] { return differenceOf(screenAt(left, top), expectedFace(shown)).mean < 0.5; }));
 }
 
+TEST_F(EditorOfView, HostMayReleaseItsWindowBeforeClosing) {
+    NSAutoreleasePool* const pool = [[NSAutoreleasePool alloc] init];
+    [hostView removeFromSuperview];
+    [window setContentView:hostView];
+    call(effEditOpen, hostView);
+    runEvents();
+    call(effEditIdle);
+    [hostView release];
+    [window close]; // which releases it
+    [pool release];
+    window = nil;
+    EXPECT_EQ([editor.uiView superview], nil);
+    EXPECT_EQ([editor.uiView window], nil);
+    synth.getAeffect()->setParameter(synth.getAeffect(), 1, 0.5f);
+    runEvents();
+    call(effEditIdle);
+    EXPECT_EQ(call(effEditClose), 0);
+    call(effEditIdle);
+}
+
 TEST_F(EditorOfView, StaysInPlaceWhenItIsClosed) {
     [window setContentView:hostView];
     call(effEditOpen, hostView);
@@ -318,18 +338,20 @@ TEST_F(FloatingEditor, ComesInAWindowOfItsOwn) {
     expectSize(100, 100);
 }
 
-TEST_F(FloatingEditor, IsClosedByTheHost) {
+TEST_F(FloatingEditor, IsClosedByTheHostAndNotReleased) {
     call(effEditOpen, &token);
-    tarnsCustomWindow10* const window = [editor.detachedWindow retain];
+    tarnsCustomWindow10* const window = editor.detachedWindow;
+    const NSUInteger owners = [window retainCount];
     call(effEditClose);
     EXPECT_FALSE(editor.editorOpen);
-    EXPECT_FALSE([window isVisible]);
     EXPECT_EQ(editor.detachedWindow, window);
+    EXPECT_EQ([window retainCount], owners);
+    EXPECT_FALSE([window isVisible]);
 }
 
 TEST_F(FloatingEditor, ClosedByTheUserHearsNothingMoreFromTheHost) {
     call(effEditOpen, &token);
-    tarnsCustomWindow10* const window = [editor.detachedWindow retain];
+    tarnsCustomWindow10* const window = editor.detachedWindow;
     [window performClose:nil];
     EXPECT_FALSE(editor.editorOpen);
     EXPECT_FALSE([window isVisible]);
@@ -347,7 +369,7 @@ TEST_F(FloatingEditor, ClosedByTheUserHearsNothingMoreFromTheHost) {
 
 TEST_F(FloatingEditor, ClosesAtAClickOnItsCloseButton) {
     call(effEditOpen, &token);
-    tarnsCustomWindow10* const window = [editor.detachedWindow retain];
+    tarnsCustomWindow10* const window = editor.detachedWindow;
     runEvents();
     NSButton* const button = [window standardWindowButton:NSWindowCloseButton];
     const NSRect frame = [button convertRect:[button bounds] toView:nil];
@@ -364,7 +386,7 @@ TEST_F(FloatingEditor, ClosesAtAClickOnItsCloseButton) {
 
 TEST_F(FloatingEditor, EachOpenMakesANewWindow) {
     call(effEditOpen, &token);
-    tarnsCustomWindow10* const first = [editor.detachedWindow retain];
+    tarnsCustomWindow10* const first = editor.detachedWindow;
     call(effEditClose);
     call(effEditOpen, &token);
     EXPECT_NE(editor.detachedWindow, first);
