@@ -49,7 +49,9 @@ void AEffGUIEditor::close() {
 }
 
 void AEffGUIEditor::idle() {
-    deliverEditorEvents();
+    if (!inIdleStuff) {
+        deliverEditorEvents();
+    }
 }
 
 bool AEffGUIEditor::setKnobMode(VstInt32 mode) {

@@ -20,7 +20,7 @@ public:
     bool open(void* ptr) override;
     void close() override;
     // Of a frame there is nothing to idle; systems whose hosts don't run the views' events do it
-    // here.
+    // here. Not while a pass of idle work runs, whose host may call it.
     void idle() override;
     // Keys are a frame's, and there is none: every key stays the host's.
     bool onKeyDown(VstKeyCode& keyCode) override { return false; }

@@ -4,6 +4,7 @@
 #include "tests/editor/XServer.h"
 #include "tests/support/RandomSeed.h"
 
+#include "editor/tveditor13.h"
 #include "plugin/vst2/EffectOpcodes.h"
 
 #include <gtest/gtest.h>
@@ -231,13 +232,15 @@ TEST_F(EditorScreen, ValuesSentUpDoNotComeBack) {
     HostedEditor editor(synth.getAeffect());
     editor.mouse.moveTo(kKnobs[4].x, kKnobs[4].y);
     editor.mouse.press();
-    editor.mouse.moveTo(kKnobs[4].x, kKnobs[4].y + 40); // 45 degrees: step 66
-    EXPECT_EQ(writesOf(editor, 1)[4].value, 66 * 0.01f);
+    editor.mouse.moveTo(kKnobs[4].x, kKnobs[4].y + 43); // 42 degrees: step 67
+    EXPECT_EQ(writesOf(editor, 1)[4].value, 67 * 0.01f);
     editor.mouse.release();
-    // 66 * 0.01f would have come back as step 65 or 66; other knobs stay where they opened.
+    // 67 * 0.01f would have come back as step 66; other knobs stay where they opened.
+    ASSERT_EQ(static_cast<int>(67 * 0.01f * 100.0f), 66);
     FaceControls shown = kSlapBack;
-    shown[3] = 83;
+    shown[3] = 85;
     EXPECT_TRUE(editor.shows(shown));
+    EXPECT_EQ(shownControls(editor.settledScreen()), shown);
 }
 
 TEST_F(EditorScreen, EachProgramShowsItsFramesAndSwitches) {
@@ -250,6 +253,24 @@ TEST_F(EditorScreen, EachProgramShowsItsFramesAndSwitches) {
         ASSERT_TRUE(editor.shows(expected));
         EXPECT_EQ(shownControls(editor.window.screen()), expected);
     }
+}
+
+TEST_F(EditorScreen, MovementAfterAProgramChangeKeepsItsTypes) {
+    HostedEditor editor(synth.getAeffect());
+    AEffect* const effect = synth.getAeffect();
+    effect->dispatcher(effect, effSetProgram, 0, 9, nullptr, 0.0f);
+    // The program's values in hundredths, cut; both types stand inside the loop.
+    ASSERT_TRUE(editor.shows({16, 63, 29, 59, 1, 1, 63, 0, 63}));
+    synth.writes.clear();
+    const Centre& mix = kKnobs[1];
+    editor.mouse.moveTo(mix.x, mix.y);
+    editor.mouse.press();
+    editor.mouse.moveTo(mix.x, mix.y + 54);
+    EXPECT_EQ(writesOf(editor, 1), broadcast({13 * 0.01f, 50 * 0.01f, 23 * 0.01f, 47 * 0.01f, 1.0f,
+                                              1.0f, 50 * 0.01f, 0.0f, 71 * 0.01f}));
+    editor.mouse.release();
+    EXPECT_TRUE(synth.lowPassType);
+    EXPECT_TRUE(synth.highPassType);
 }
 
 TEST_F(EditorScreen, EveryStepShowsItsFrame) {
@@ -304,6 +325,9 @@ TEST_F(EditorScreen, AutomationFromAnotherThreadMovesTheKnobsWhileAudioRuns) {
         for (int parameter = 0; parameter < 9; ++parameter) {
             effect->setParameter(effect, parameter,
                                  parameter == 4 || parameter == 5 ? 1.0f : 0.755f);
+        }
+        while (!stopped) {
+            effect->processReplacing(effect, buffers, buffers, 64);
         }
     });
     const FaceControls expected{95, 95, 95, 95, 1, 1, 95, 95, 95};
@@ -374,11 +398,42 @@ TEST_F(EditorScreen, TwoEditorsShowTheirOwnEffects) {
     moved[0] = 90;
     EXPECT_TRUE(second.shows(moved));
     EXPECT_TRUE(first.shows(kSlapBack));
+    other.writes.clear();
+    first.mouse.moveTo(kKnobs[2].x, kKnobs[2].y);
+    first.mouse.press();
+    first.mouse.moveTo(kKnobs[2].x, kKnobs[2].y + 54);
+    EXPECT_TRUE(second.becomes([&] { return synth.writes.size() >= 9; }));
+    first.mouse.release();
+    EXPECT_TRUE(other.writes.empty());
     second.close();
     set(1, 0.5f);
     FaceControls shown = kSlapBack;
     shown[1] = 63;
     EXPECT_TRUE(first.shows(shown));
+}
+
+TEST_F(EditorScreen, IdleCallWithinIdleWorkDeliversNothing) {
+    struct IdlingEditor : tveditor13 {
+        using AEffGUIEditor::inIdleStuff;
+        using tveditor13::tveditor13;
+    };
+    delete synth.uiEditor;
+    auto* const own = new IdlingEditor(&synth); // makes itself the effect's
+    own->setEffectRef(&synth);
+    synth.uiEditor = own;
+    HostedEditor editor(synth.getAeffect());
+    ASSERT_TRUE(editor.shows(kSlapBack));
+    editor.settledScreen();
+    own->inIdleStuff = true;
+    set(1, 0.505f);
+    for (int call = 0; call < 5; ++call) {
+        editor.idle();
+    }
+    EXPECT_EQ(shownControls(editor.window.screen()), kSlapBack);
+    own->inIdleStuff = false;
+    FaceControls shown = kSlapBack;
+    shown[1] = 63;
+    EXPECT_TRUE(editor.shows(shown));
 }
 
 TEST_F(EditorScreen, ReopenedEditorReadsTheStepsAnew) {
