@@ -154,4 +154,9 @@ TEST_F(Classes, ProtocolHoldsOneRequiredOperation) {
     std::free(
         protocol_copyMethodDescriptionList(objc_getProtocol("FlatKnobProtocol"), YES, YES, &count));
     EXPECT_EQ(count, 1u);
+    for (const BOOL instance : {YES, NO}) {
+        std::free(protocol_copyMethodDescriptionList(objc_getProtocol("FlatKnobProtocol"), NO,
+                                                     instance, &count));
+        EXPECT_EQ(count, 0u);
+    }
 }

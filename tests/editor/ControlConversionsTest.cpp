@@ -33,6 +33,13 @@ TEST(ControlConversions, TopOfADragIsFullAndOneBelowIsNot) {
     EXPECT_EQ(parameterOfStep(50), 0.5f);
 }
 
+TEST(ControlConversions, NoStepOfADragSendsNinetyNineHundredths) {
+    for (int step = 0; step < 99; ++step) {
+        EXPECT_EQ(parameterOfStep(step), static_cast<float>(step) * 0.01f) << step;
+        EXPECT_LT(parameterOfStep(step), 0.985f) << step;
+    }
+}
+
 TEST(ControlConversions, SwitchSendsItsState) {
     EXPECT_EQ(parameterOfSwitch(0), 0.0f);
     EXPECT_EQ(parameterOfSwitch(1), 1.0f);
@@ -62,6 +69,14 @@ TEST(ControlConversions, EightyStepsReadBackChangedInOneWayOrTheOther) {
         changed += stepOfParameter(value) != step || initialStepOfParameter(value) != step ? 1 : 0;
     }
     EXPECT_EQ(changed, 80);
+}
+
+TEST(ControlConversions, OpeningAndMovingAgainAndAgainLowersAStepToTheNextThatStays) {
+    int step = 13;
+    for (const int lower : {12, 11, 10, 9, 8, 7, 7, 7}) {
+        step = initialStepOfParameter(parameterOfStep(step));
+        EXPECT_EQ(step, lower);
+    }
 }
 
 TEST(ControlConversions, WaysBackDifferInPrecision) {

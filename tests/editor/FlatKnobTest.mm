@@ -5,6 +5,14 @@
 
 #import <QuartzCore/QuartzCore.h>
 
+#include <objc/runtime.h>
+
+namespace {
+
+NSColor* onlyClearColour = nil;
+
+} // namespace
+
 class FlatKnob : public AppKitHost {
 protected:
     FlatKnob() {
@@ -57,6 +65,27 @@ TEST_F(FlatKnob, ShowsNoColourThatItIsGiven) {
     EXPECT_EQ([[knob layer] cornerRadius], 15.0);
     EXPECT_EQ([[knob layer] backgroundColor],
               [static_cast<NSColor*>([knob valueForKey:@"backgroundColor"]) CGColor]);
+}
+
+TEST_F(FlatKnob, OwnsTheColoursThatItKeeps) {
+    NSColor* const colour = [NSColor colorWithCalibratedRed:0.1 green:0.2 blue:0.3 alpha:1.0];
+    onlyClearColour = [[NSColor clearColor] retain];
+    const NSUInteger owners = [colour retainCount];
+    const NSUInteger ownersOfClear = [onlyClearColour retainCount];
+    const Method makeClear = class_getClassMethod([NSColor class], @selector(clearColor));
+    const IMP own = method_setImplementation(
+        makeClear, reinterpret_cast<IMP>(+[](id, SEL) { return onlyClearColour; }));
+    [[FlatKnob13 alloc] initWithFrame:NSMakeRect(0, 0, 48, 48)
+                           withInsets:2
+             withControlPointDiameter:3
+                withControlPointColor:colour
+                        withKnobColor:colour
+                  withBackgroundColor:colour
+                       pointerToArray:images];
+    method_setImplementation(makeClear, own);
+    EXPECT_EQ([colour retainCount], owners + 1);
+    // The knob, its layer and its control point.
+    EXPECT_EQ([onlyClearColour retainCount], ownersOfClear + 3);
 }
 
 TEST_F(FlatKnob, DrawsTheFrameOfItsStep) {

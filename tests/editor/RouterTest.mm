@@ -7,10 +7,14 @@
 #import "editor/KnobDelegate13.h"
 #import "editor/TarnsCustomImageView13.h"
 #import "editor/TarnsUiView13.h"
+#include "editor/tveditor13.h"
 #include "tests/editor/RecordingSynth.h"
+#include "tests/support/Dice.h"
+#include "tests/support/RandomSeed.h"
 
 #import <QuartzCore/QuartzCore.h>
 
+#include <algorithm>
 #include <set>
 
 namespace {
@@ -30,6 +34,32 @@ const Row kControls[] = {
 
 bool isSwitch(const Row& row) {
     return row.parameter == 4 || row.parameter == 5;
+}
+
+// Writes down which parameters it is asked for.
+class AskedSynth : public VstXSynth {
+public:
+    AskedSynth() : VstXSynth(nullptr) {}
+
+    float getParameter(VstInt32 index) override {
+        asked.push_back(index);
+        return VstXSynth::getParameter(index);
+    }
+
+    std::vector<int> asked;
+};
+
+// What a movement of a control sends while an editor shows these steps and states.
+std::vector<ParameterWrite> broadcastOf(const std::vector<int>& shown) {
+    std::vector<ParameterWrite> writes;
+    for (const Row& row : kControls) {
+        const int value = shown[static_cast<std::size_t>(row.parameter)];
+        const int step = value == 99 ? 100 : value;
+        writes.push_back(
+            {row.parameter,
+             isSwitch(row) ? static_cast<float>(value) : static_cast<float>(step) * 0.01f, true});
+    }
+    return writes;
 }
 
 } // namespace
@@ -145,6 +175,27 @@ TEST_F(Router, KnobsStartFromTheEffectInDoublePrecision) {
     EXPECT_EQ(shownBy(viewOf(&synth)), (std::vector<int>{0, 29, 50, 7, 0, 0, 57, 100, 120}));
 }
 
+TEST_F(Router, EffectIsAskedForItsKnobsAloneInTheirOrder) {
+    AskedSynth asked;
+    viewOf(&asked);
+    EXPECT_EQ(asked.asked, (std::vector<int>{0, 8, 1, 2, 3, 7, 6}));
+}
+
+TEST_F(Router, ViewAndKnobsAreRetained) {
+    TarnsUiView13* const view = [[TarnsUiView13 alloc] initWithFrame:NSMakeRect(0, 0, 344, 400)
+                                                           andEffect:nullptr];
+    const NSUInteger owners = [view retainCount];
+    KnobDelegate13* const router = [[KnobDelegate13 alloc] initWithView:view];
+    EXPECT_EQ([view retainCount], owners + 1);
+    // Both are made here and owned by their superview; the knobs' fields own them as well.
+    const NSUInteger ownersOfSwitch = [[router valueForKey:@"lowPassSwitch"] retainCount];
+    for (const Row& row : kControls) {
+        EXPECT_GE([[router valueForKey:row.field] retainCount],
+                  ownersOfSwitch + (isSwitch(row) ? 0 : 1))
+            << row.parameter;
+    }
+}
+
 TEST_F(Router, KnobsWithoutAnEffectStartAtZero) {
     TarnsUiView13* const view = viewOf(nullptr);
     EXPECT_EQ(shownBy(view), std::vector<int>(9, 0));
@@ -172,6 +223,21 @@ TEST_F(Router, AnyMovementSendsAllNineInOrder) {
     EXPECT_EQ(synth.writes, expected);
     EXPECT_FALSE(synth.editorUpdateHold);
     EXPECT_FALSE(synth.lowPassType); // the switch has the last word after the high-pass knob
+}
+
+TEST_F(Router, ValuesOfTheHostAreCutToStepsAtTheNextMovement) {
+    TarnsUiView13* const view = viewOf(&synth);
+    const float values[] = {0.295f, 0.99f, 0.995f, 1.0f, 1.0f, 0.5f, 0.987f, 0.0f, 0.019f};
+    for (int parameter = 0; parameter < 9; ++parameter) {
+        [view updateView:parameter andValue:values[parameter]];
+    }
+    synth.writes.clear();
+    [routerOf(view) knobUpdatedWithIndex:0 withValue:nil withObject:nil];
+    const std::vector<ParameterWrite> expected{
+        {0, 29 * 0.01f, true}, {8, 0.01f, true}, {1, 1.0f, true},
+        {2, 1.0f, true},       {3, 1.0f, true},  {7, 0.0f, true},
+        {6, 98 * 0.01f, true}, {4, 1.0f, true},  {5, 0.0f, true}};
+    EXPECT_EQ(synth.writes, expected);
 }
 
 TEST_F(Router, AnyMovementClearsTheEchoes) {
@@ -268,6 +334,69 @@ TEST_F(Router, DownwardUpdateRepaintsTheRootView) {
     EXPECT_TRUE([view needsDisplay]);
 }
 
+TEST_F(Router, MovementsAndHostWritesInAnyOrderAgreeWithAModel) {
+    const std::uint64_t seed = randomSeed(5);
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    Dice dice(seed);
+    AEffect* const effect = synth.getAeffect();
+    synth.uiEditor->open(nullptr);
+    TarnsUiView13* const view = synth.uiEditor->uiView;
+    std::vector<int> shown = shownBy(view);
+    std::vector<int> bases(9, 85), reported(9, 50);
+    std::vector<float> angles(9);
+    const auto show = [&](std::size_t parameter, float value) {
+        const bool toggles = parameter == 4 || parameter == 5;
+        shown[parameter] = static_cast<int>(toggles ? value : value * 100.0f);
+        angles[parameter] = static_cast<float>(shown[parameter] * (-270.0 / 99.0) + 225.0);
+    };
+    for (int action = 0; action < 3000; ++action) {
+        NSAutoreleasePool* const pool = [[NSAutoreleasePool alloc] init];
+        synth.writes.clear();
+        const Row& row = dice.pick(kControls);
+        const auto parameter = static_cast<std::size_t>(row.parameter);
+        id const control = [routerOf(view) valueForKey:row.field];
+        std::vector<ParameterWrite> expected;
+        if (dice.oneIn(3)) {
+            const float value = dice.within(0.0f, 1.0f);
+            effect->setParameter(effect, row.parameter, value);
+            expected.push_back({row.parameter, value, false});
+            show(parameter, value);
+        } else if (dice.oneIn(8)) {
+            synth.setProgram(static_cast<VstInt32>(dice.between(0, 25)));
+            expected = synth.writes;
+            ASSERT_EQ(expected.size(), 9u);
+            for (const ParameterWrite& write : expected) {
+                show(static_cast<std::size_t>(write.index), write.value);
+            }
+        } else if (isSwitch(row)) {
+            [control mouseDown:mouseEvent(NSLeftMouseDown, nil, 0, 0)];
+            shown[parameter] = shown[parameter] == 0 ? 1 : 0;
+            expected = broadcastOf(shown);
+        } else {
+            ControlPoint13* const point = [control controlPoint];
+            const int travel = static_cast<int>(dice.between(-300, 300));
+            [point mouseDown:mouseEvent(NSLeftMouseDown, nil, 0, 400)];
+            [point mouseDragged:mouseEvent(NSLeftMouseDragged, nil, 0, 400 + travel)];
+            const int angle = std::clamp(bases[parameter] - travel, -45, 225);
+            angles[parameter] = static_cast<float>(angle);
+            shown[parameter] = 99 * (225 - angle) / 270;
+            if (shown[parameter] != reported[parameter]) {
+                reported[parameter] = shown[parameter];
+                angles[parameter] = static_cast<float>(shown[parameter] * (-270.0 / 99.0) + 225.0);
+                expected = broadcastOf(shown);
+            }
+            if (dice.oneIn(2)) {
+                [point mouseUp:mouseEvent(NSLeftMouseUp, nil, 0, 0)];
+                bases[parameter] = static_cast<int>(angles[parameter]);
+            }
+        }
+        ASSERT_EQ(synth.writes, expected) << action;
+        ASSERT_EQ(shownBy(view), shown) << action;
+        [pool release];
+    }
+    synth.uiEditor->close();
+}
+
 TEST_F(Router, NumbersRunUpToTheirEnd) {
     KnobDelegate13* const router = routerOf(viewOf(nullptr));
     NSMutableArray* const numbers = [router generateArrayFrom:-2 to:3];
@@ -307,7 +436,7 @@ TEST_F(Router, LabelIsPlainText) {
     EXPECT_FALSE([label drawsBackground]);
     EXPECT_FALSE([label isEditable]);
     EXPECT_FALSE([label isSelectable]);
-    EXPECT_EQ([label alignment], NSCenterTextAlignment);
+    EXPECT_EQ(static_cast<int>([label alignment]), 2);
     ASSERT_NE([label layer], nil);
     EXPECT_EQ([[label layer] borderWidth], 0.0);
     EXPECT_TRUE(
