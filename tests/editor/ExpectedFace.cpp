@@ -127,6 +127,11 @@ ScreenPart expectedFace(const FaceControls& controls) {
     return face;
 }
 
+bool showsFace(const ScreenPart& screen, const FaceControls& controls) {
+    constexpr int kRounding = 4; // of a channel
+    return differenceOf(screen, expectedFace(controls)).largest <= kRounding;
+}
+
 FaceControls shownControls(const ScreenPart& screen) {
     FaceControls shown{};
     for (std::size_t i = 0; i < kPlaces.size(); ++i) {

@@ -11,6 +11,10 @@ using FaceControls = std::array<int, 9>;
 // The face at one pixel a point.
 ScreenPart expectedFace(const FaceControls& controls);
 
+// Whether each pixel is that of the face, but for its rounding. Neighbouring frames, and the states
+// of a switch, differ by more.
+bool showsFace(const ScreenPart& screen, const FaceControls& controls);
+
 // The frame, 0 to 127, that is most like what a knob shows; the state, 0 or 1, likewise.
 FaceControls shownControls(const ScreenPart& screen);
 

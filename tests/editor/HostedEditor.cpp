@@ -24,8 +24,7 @@ void HostedEditor::close() {
 }
 
 bool HostedEditor::shows(const FaceControls& controls) {
-    const ScreenPart expected = expectedFace(controls);
-    return becomes([&] { return differenceOf(window.screen(), expected).mean < 0.5; });
+    return becomes([&] { return showsFace(window.screen(), controls); });
 }
 
 bool HostedEditor::becomes(const std::function<bool()>& condition) {
