@@ -12,7 +12,11 @@
 
 #include <objc/runtime.h>
 
+#include <algorithm>
+#include <map>
+#include <string>
 #include <thread>
+#include <utility>
 
 namespace {
 
@@ -21,6 +25,16 @@ std::vector<std::string> wrapperMessages;
 bool answersReferences = false;
 IMP inheritedWindowInit = nullptr;
 int closedWindows = 0;
+IMP inheritedMainScreen = nullptr;
+bool mainScreenMissesAfterWrapper = false;
+bool mainScreenIsMissing = false; // for one question, since AppKit has some of its own
+
+id mainScreenUnlessMissing(id self, SEL selector) {
+    if (std::exchange(mainScreenIsMissing, false)) {
+        return nil;
+    }
+    return reinterpret_cast<id (*)(id, SEL)>(inheritedMainScreen)(self, selector);
+}
 
 } // namespace
 
@@ -36,6 +50,7 @@ int closedWindows = 0;
 - (void)close {
     wrapperMessages.push_back("close");
     [super close];
+    mainScreenIsMissing = mainScreenMissesAfterWrapper;
 }
 @end
 
@@ -56,6 +71,116 @@ int closedWindows = 0;
         self, @selector(initWithWindowRef:), reference);
 }
 @end
+
+// Hears of a window's closing.
+@interface WindowWatcher : NSObject {
+@public
+    const tveditor13* editor;
+    std::vector<bool> openAtClose;
+}
+@end
+
+@implementation WindowWatcher
+- (void)noteClose:(NSNotification*)notification {
+    openAtClose.push_back(editor->editorOpen);
+}
+@end
+
+// How an editor asks for its floating window.
+struct WindowRequest {
+    NSRect content;
+    NSUInteger styleMask;
+    NSBackingStoreType backing;
+    bool deferred;
+    NSScreen* screen;
+};
+
+// Writes down those of its lifetime. One at a time.
+class WindowRequests {
+public:
+    WindowRequests() {
+        requests.clear();
+        inherited = method_setImplementation(initialiser(), reinterpret_cast<IMP>(noteAndInit));
+    }
+    ~WindowRequests() { method_setImplementation(initialiser(), inherited); }
+    WindowRequests(const WindowRequests&) = delete;
+    WindowRequests& operator=(const WindowRequests&) = delete;
+
+    const std::vector<WindowRequest>& made() const { return requests; }
+
+private:
+    using Initialiser = id (*)(id, SEL, NSRect, NSUInteger, NSBackingStoreType, BOOL, NSScreen*);
+
+    static Method initialiser() {
+        return class_getInstanceMethod([NSWindow class], @selector
+                                       (initWithContentRect:styleMask:backing:defer:screen:));
+    }
+    static id noteAndInit(id self, SEL selector, NSRect content, NSUInteger styleMask,
+                          NSBackingStoreType backing, BOOL deferred, NSScreen* screen) {
+        if ([self isKindOfClass:[tarnsCustomWindow10 class]]) {
+            requests.push_back({content, styleMask, backing, deferred != NO, screen});
+        }
+        return reinterpret_cast<Initialiser>(inherited)(self, selector, content, styleMask, backing,
+                                                        deferred, screen);
+    }
+
+    static inline std::vector<WindowRequest> requests;
+    static inline IMP inherited = nullptr;
+};
+
+// Writes down some messages to floating windows during its lifetime. One at a time.
+class WindowMessages {
+public:
+    explicit WindowMessages(const std::vector<const char*>& selectors) {
+        names.clear();
+        for (const char* name : selectors) {
+            inherited[name] =
+                method_setImplementation(methodCalled(name), reinterpret_cast<IMP>(note));
+        }
+    }
+    ~WindowMessages() {
+        for (const auto& [name, implementation] : inherited) {
+            method_setImplementation(methodCalled(name), implementation);
+        }
+        inherited.clear();
+    }
+    WindowMessages(const WindowMessages&) = delete;
+    WindowMessages& operator=(const WindowMessages&) = delete;
+
+    // Those from the first one called `name` on.
+    std::vector<std::string> since(const char* name) const {
+        return {std::find(names.begin(), names.end(), name), names.end()};
+    }
+
+private:
+    static Method methodCalled(const std::string& name) {
+        return class_getInstanceMethod([tarnsCustomWindow10 class], sel_registerName(name.c_str()));
+    }
+    static void note(id self, SEL selector, void* argument) {
+        if ([self isKindOfClass:[tarnsCustomWindow10 class]]) {
+            names.push_back(sel_getName(selector));
+        }
+        reinterpret_cast<void (*)(id, SEL, void*)>(inherited[sel_getName(selector)])(self, selector,
+                                                                                     argument);
+    }
+
+    static inline std::map<std::string, IMP> inherited;
+    static inline std::vector<std::string> names;
+};
+
+// True when `all` has `expected` in order, with whatever between.
+bool containsInOrder(const std::vector<std::string>& all,
+                     const std::vector<const char*>& expected) {
+    auto place = all.begin();
+    for (const char* name : expected) {
+        place = std::find(place, all.end(), name);
+        if (place == all.end()) {
+            return false;
+        }
+        ++place;
+    }
+    return true;
+}
 
 // A window of told sizes, as a title bar makes them.
 @interface SizedWindow : NSWindow {
@@ -189,16 +314,13 @@ TEST_F(EditorOfView, IsPaintedAndFollowsTheHost) {
         call(effEditIdle);
     };
     FaceControls shown{8, 26, 46, 82, 0, 0, 63, 0, 127};
-    EXPECT_TRUE(idleUntil(
-        idle, [&] { return differenceOf(screenAt(left, top), expectedFace(shown)).mean < 0.5; }));
+    EXPECT_TRUE(idleUntil(idle, [&] { return showsFace(screenAt(left, top), shown); }));
     synth.getAeffect()->setParameter(synth.getAeffect(), 1, 0.755f);
     shown[1] = 95;
-    EXPECT_TRUE(idleUntil(
-        idle, [&] { return differenceOf(screenAt(left, top), expectedFace(shown)).mean < 0.5; }));
+    EXPECT_TRUE(idleUntil(idle, [&] { return showsFace(screenAt(left, top), shown); }));
     std::thread([&] { synth.getAeffect()->setParameter(synth.getAeffect(), 8, 0.5f); }).join();
     shown[8] = 63;
-    EXPECT_TRUE(idleUntil(
-        idle, [&] { return differenceOf(screenAt(left, top), expectedFace(shown)).mean < 0.5; }));
+    EXPECT_TRUE(idleUntil(idle, [&] { return showsFace(screenAt(left, top), shown); }));
 }
 
 TEST_F(EditorOfView, HostMayReleaseItsWindowBeforeClosing) {
@@ -338,6 +460,43 @@ TEST_F(FloatingEditor, ComesInAWindowOfItsOwn) {
     expectSize(100, 100);
 }
 
+TEST_F(FloatingEditor, IsMadeDeferredOnTheFirstScreen) {
+    const WindowRequests requests;
+    call(effEditOpen, &token);
+    ASSERT_EQ(requests.made().size(), 1u);
+    const WindowRequest& request = requests.made()[0];
+    EXPECT_TRUE(NSEqualRects(request.content, NSMakeRect(320, 93, 344, 400)));
+    EXPECT_EQ(request.styleMask, 7u);
+    EXPECT_EQ(static_cast<int>(request.backing), 2);
+    EXPECT_TRUE(request.deferred);
+    EXPECT_EQ(request.screen, [[NSScreen screens] objectAtIndex:0]);
+}
+
+TEST_F(FloatingEditor, WindowIsFurnishedAndThenShown) {
+    const std::vector<const char*> order{
+        "setEditor:",           "setWinPoinerRef:", "setLevel:", "setBackgroundColor:",
+        "setOpaque:",           "setContentView:",  "display",   "setAutodisplay:",
+        "makeKeyAndOrderFront:"};
+    const WindowMessages messages(order);
+    call(effEditOpen, &token);
+    EXPECT_TRUE(containsInOrder(messages.since("setEditor:"), order))
+        << testing::PrintToString(messages.since("setEditor:"));
+}
+
+TEST_F(FloatingEditor, GoesBelowTheCornerWhereThereIsNoMainScreen) {
+    const WindowRequests requests;
+    const Method mainScreen = class_getClassMethod([NSScreen class], @selector(mainScreen));
+    inheritedMainScreen =
+        method_setImplementation(mainScreen, reinterpret_cast<IMP>(mainScreenUnlessMissing));
+    mainScreenMissesAfterWrapper = true;
+    call(effEditOpen, &token);
+    mainScreenMissesAfterWrapper = false;
+    method_setImplementation(mainScreen, inheritedMainScreen);
+    ASSERT_EQ(requests.made().size(), 1u);
+    EXPECT_TRUE(NSEqualRects(requests.made()[0].content, NSMakeRect(-320, -307, 344, 400)));
+    EXPECT_EQ(requests.made()[0].screen, [[NSScreen screens] objectAtIndex:0]);
+}
+
 TEST_F(FloatingEditor, IsClosedByTheHostAndNotReleased) {
     call(effEditOpen, &token);
     tarnsCustomWindow10* const window = editor.detachedWindow;
@@ -365,6 +524,19 @@ TEST_F(FloatingEditor, ClosedByTheUserHearsNothingMoreFromTheHost) {
     call(effEditClose);
     EXPECT_EQ(closedWindows, 1);
     method_setImplementation(close, own);
+}
+
+TEST_F(FloatingEditor, IsMarkedClosedBeforeItsWindowCloses) {
+    call(effEditOpen, &token);
+    WindowWatcher* const watcher = [[[WindowWatcher alloc] init] autorelease];
+    watcher->editor = &editor;
+    [[NSNotificationCenter defaultCenter] addObserver:watcher
+                                             selector:@selector(noteClose:)
+                                                 name:NSWindowWillCloseNotification
+                                               object:editor.detachedWindow];
+    call(effEditClose);
+    [[NSNotificationCenter defaultCenter] removeObserver:watcher];
+    EXPECT_EQ(watcher->openAtClose, std::vector<bool>{false});
 }
 
 TEST_F(FloatingEditor, ClosesAtAClickOnItsCloseButton) {
