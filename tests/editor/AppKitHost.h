@@ -33,14 +33,17 @@ struct DelegateMessage {
     id value;
     id object;
     float angle; // of `point` at that moment
+    int state;   // of `button` at that moment
 };
 
 @class ControlPoint13;
+@class TarnsCustomImageView13;
 
 @interface RecordingDelegate : NSObject {
 @public
     std::vector<DelegateMessage> messages;
-    ControlPoint13* point; // may be nil
+    ControlPoint13* point;          // may be nil
+    TarnsCustomImageView13* button; // may be nil
 }
 - (void)knobUpdatedWithIndex:(int32_t)index withValue:(id)value withObject:(id)object;
 - (void)updateCenterOffsetAmountAndDisplay:(int32_t)buttonType;
@@ -66,5 +69,6 @@ struct ImageDrawing {
 @public
     std::vector<NSRect> drawings;
     int repaintRequests;
+    int mouseEvents; // that a subview didn't keep to itself
 }
 @end

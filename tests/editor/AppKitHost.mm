@@ -1,6 +1,7 @@
 #import "tests/editor/AppKitHost.h"
 
 #import "editor/ControlPoint13.h"
+#import "editor/TarnsCustomImageView13.h"
 #import "platform/EditorHosting.h"
 #include "tests/editor/XServer.h"
 
@@ -55,15 +56,16 @@ NSEvent* mouseEvent(NSEventType type, NSWindow* window, CGFloat x, CGFloat y) {
 @implementation RecordingDelegate
 
 - (void)knobUpdatedWithIndex:(int32_t)index withValue:(id)value withObject:(id)object {
-    messages.push_back({"knobUpdated", index, value, object, [point currentDraggedAngle]});
+    messages.push_back(
+        {"knobUpdated", index, value, object, [point currentDraggedAngle], [button imageState]});
 }
 
 - (void)updateCenterOffsetAmountAndDisplay:(int32_t)buttonType {
-    messages.push_back({"updateCenterOffset", buttonType, nil, nil, 0.0f});
+    messages.push_back({"updateCenterOffset", buttonType, nil, nil, 0.0f, [button imageState]});
 }
 
 - (void)updateGroupButtons:(int32_t)buttonType {
-    messages.push_back({"updateGroupButtons", buttonType, nil, nil, 0.0f});
+    messages.push_back({"updateGroupButtons", buttonType, nil, nil, 0.0f, [button imageState]});
 }
 
 @end
@@ -88,6 +90,18 @@ NSEvent* mouseEvent(NSEventType type, NSWindow* window, CGFloat x, CGFloat y) {
 - (void)setNeedsDisplay:(BOOL)needed {
     repaintRequests += needed ? 1 : 0;
     [super setNeedsDisplay:needed];
+}
+
+- (void)mouseDown:(NSEvent*)event {
+    ++mouseEvents;
+}
+
+- (void)mouseDragged:(NSEvent*)event {
+    ++mouseEvents;
+}
+
+- (void)mouseUp:(NSEvent*)event {
+    ++mouseEvents;
 }
 
 @end

@@ -132,8 +132,16 @@ TEST_F(ControlPoint, PressKeepsItsHeightCutAndChangesNothingElse) {
     EXPECT_TRUE(messages().empty());
 }
 
+TEST_F(ControlPoint, MouseGoesNoFurther) {
+    press(24);
+    drag(24 + 54);
+    release();
+    EXPECT_EQ(knob->mouseEvents, 0);
+}
+
 TEST_F(ControlPoint, DragReportsTheStepItsNumberAndTheKnob) {
     press(24);
+    [point setNeedsDisplay:NO];
     drag(24 + 54);
     ASSERT_EQ(messages().size(), 1u);
     EXPECT_EQ(messages()[0].index, 71);
@@ -170,7 +178,9 @@ TEST_F(ControlPoint, DragWithinAStepIsSilentAndKeepsTheRawAngle) {
     press(24);
     drag(24 + 1); // 84 degrees: step 51
     ASSERT_EQ(messages().size(), 1u);
+    [point setNeedsDisplay:NO];
     drag(24); // 85 degrees: step 51 too
+    EXPECT_FALSE([point needsDisplay]);
     EXPECT_EQ(messages().size(), 1u);
     EXPECT_EQ([point currentDraggedAngle], 85.0f);
     release();
@@ -207,6 +217,7 @@ TEST_F(ControlPoint, FirstStepOfFiftyIsNotSent) {
     press(24);
     drag(24 - 2); // 87 degrees
     EXPECT_EQ([point value], 50);
+    EXPECT_EQ([point previousValue], 50);
     EXPECT_TRUE(messages().empty());
     EXPECT_EQ([point currentDraggedAngle], 87.0f);
 }

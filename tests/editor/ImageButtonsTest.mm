@@ -24,10 +24,23 @@ id noteFrameAndInit(id self, SEL selector, NSRect frame) {
 RecordingDelegate* presses = nil; // notes the base's presses among its own messages
 
 void notePress(id self, SEL selector, NSEvent* event) {
-    presses->messages.push_back({"inherited press", 0, event, nil, 0.0f});
+    presses->messages.push_back({"inherited press", 0, event, nil, 0.0f, 0});
 }
 
 } // namespace
+
+// A button that answers with another delegate than it keeps.
+@interface RedirectedButton : TarnsCustomKickButton10 {
+@public
+    id answered;
+}
+@end
+
+@implementation RedirectedButton
+- (id)delegate {
+    return answered;
+}
+@end
 
 class ImageButtons : public AppKitHost {
 protected:
@@ -200,6 +213,21 @@ TEST_F(ImageButtons, KickIsLitWhileHeldAndTellsOfPressAndRelease) {
     EXPECT_EQ([kick imageState], 1);
 }
 
+TEST_F(ImageButtons, KickIsLitBeforeItTellsItsReceiverAndToggledBeforeItTellsTheRouter) {
+    delegate->button = kick;
+    for (const int state : {0, 1}) {
+        [kick setImageState:static_cast<signed char>(state)];
+        delegate->messages.clear();
+        press(kick);
+        release(kick);
+        ASSERT_EQ(delegate->messages.size(), 3u);
+        EXPECT_EQ(delegate->messages[0].state, 1 - state);
+        EXPECT_EQ(delegate->messages[1].state, 1);
+        EXPECT_EQ(delegate->messages[2].state, 0);
+        EXPECT_EQ([kick imageState], 0);
+    }
+}
+
 TEST_F(ImageButtons, KickTakesItsDelegateUnderTwoNames) {
     RecordingDelegate* const other = [[[RecordingDelegate alloc] init] autorelease];
     [kick setNewDelegate:other];
@@ -207,6 +235,21 @@ TEST_F(ImageButtons, KickTakesItsDelegateUnderTwoNames) {
     press(kick);
     EXPECT_EQ(other->messages.size(), 2u);
     EXPECT_TRUE(delegate->messages.empty());
+}
+
+TEST_F(ImageButtons, ToggleAsksForItsDelegateAndKickTakesItsOwn) {
+    RedirectedButton* const button =
+        [[[RedirectedButton alloc] initWithFrameAndImages:frame
+                                                 imageOne:off
+                                                 imageTwo:on
+                                            andButtonType:5] autorelease];
+    RecordingDelegate* const other = [[[RecordingDelegate alloc] init] autorelease];
+    button->answered = other;
+    [button setDelegate:delegate];
+    press(button);
+    ASSERT_EQ(other->messages.size(), 1u);
+    EXPECT_STREQ(other->messages[0].selector, "knobUpdated");
+    EXPECT_EQ(heard(), (std::vector<std::string>{"updateCenterOffset"}));
 }
 
 TEST_F(ImageButtons, GroupButtonTellsEveryPressAndKeepsItsState) {

@@ -110,6 +110,15 @@ TEST_F(Router, ViewsLieFromBackToFrontAsInTheTable) {
     EXPECT_EQ([view volumeSliderText], nil);
 }
 
+TEST_F(Router, BackgroundGoesBehindWhatIsThere) {
+    TarnsUiView13* const view = viewOf(nullptr);
+    NSView* const first = [[view subviews] objectAtIndex:0];
+    [routerOf(view) createSubView];
+    ASSERT_EQ([[view subviews] count], 11u);
+    EXPECT_TRUE([[[view subviews] objectAtIndex:0] isMemberOfClass:[DetatchedView13 class]]);
+    EXPECT_EQ([[view subviews] objectAtIndex:1], first);
+}
+
 TEST_F(Router, KnobsShareFramesAndHaveListsOfTheirOwn) {
     KnobDelegate13* const router = routerOf(viewOf(&synth));
     NSMutableArray* const images =
@@ -166,13 +175,34 @@ TEST_F(Router, FramesAreListedByTheirNumbers) {
     }
 }
 
+TEST_F(Router, PicturesAreLookedUpByTheirNames) {
+    TarnsUiView13* const view = viewOf(nullptr);
+    NSBundle* const bundle = [NSBundle bundleForClass:[TarnsUiView13 class]];
+    const auto picture = [bundle](NSString* name) {
+        NSString* const path = [bundle pathForImageResource:name];
+        EXPECT_NE(path, nil);
+        return static_cast<id>([[[NSImage alloc] initByReferencingFile:path] autorelease]);
+    };
+    EXPECT_EQ([view valueForKey:@"BackgroundImage"], picture(@"bmp00131"));
+    EXPECT_EQ([[[view subviews] objectAtIndex:0] valueForKey:@"BackgroundImage"],
+              picture(@"delaybackground"));
+    id const toggle = [routerOf(view) valueForKey:@"lowPassSwitch"];
+    EXPECT_EQ([toggle valueForKey:@"state1Image"], picture(@"switchoff"));
+    EXPECT_EQ([toggle valueForKey:@"state2Image"], picture(@"switchon"));
+}
+
 TEST_F(Router, KnobsStartFromTheEffectInDoublePrecision) {
     const float values[] = {0.01f, 0.295f, 0.5f, 0.07f, 0.0f, 0.0f, 0.58f, 1.0f, 1.2f};
     for (int i = 0; i < 9; ++i) {
         synth.setParameter(i, values[i]);
     }
     // 0.01f and 0.58f lie below their hundredths.
-    EXPECT_EQ(shownBy(viewOf(&synth)), (std::vector<int>{0, 29, 50, 7, 0, 0, 57, 100, 120}));
+    TarnsUiView13* const view = viewOf(&synth);
+    EXPECT_EQ(shownBy(view), (std::vector<int>{0, 29, 50, 7, 0, 0, 57, 100, 120}));
+    FlatKnob13* const feedBack = [routerOf(view) valueForKey:@"feedBackKnob"];
+    EXPECT_EQ([[feedBack controlPoint] currentDraggedAngle],
+              static_cast<float>(29 * (-270.0 / 99.0) + 225.0));
+    EXPECT_EQ([[feedBack controlPoint] currentAngle], 85);
 }
 
 TEST_F(Router, EffectIsAskedForItsKnobsAloneInTheirOrder) {
