@@ -99,6 +99,25 @@ TEST(KnobLaws, AngleOfStepIsRoundedOnceAtTheEnd) {
     EXPECT_GT(differsFromSinglePrecision, 0);
 }
 
+TEST(KnobLaws, AngleOfStepTakesTheQuotientFirst) {
+    // The last bit of -270 / 114 and of its like is left over.
+    EXPECT_EQ(angleOfStep(95, 115), 0x1p-45f);
+    EXPECT_EQ(angleOfStep(175, 211), -0x1p-45f);
+}
+
+TEST(KnobLaws, TurnIsTakenInSinglePrecision) {
+    // 180 degrees less a bit, which single precision has no place for.
+    EXPECT_EQ(stepAtAngle(std::nextafter(45.0f, 46.0f), kSteps), 66);
+    EXPECT_EQ(stepAtAngle(std::nextafter(45.0f, 44.0f), kSteps), 66);
+}
+
+TEST(KnobLaws, TurnIsMultipliedWhereADivisionWouldFallShort) {
+    EXPECT_EQ(stepAtAngle(147.0f, 46), 13);
+    EXPECT_EQ(stepAtAngle(69.0f, 46), 26);
+    EXPECT_EQ(stepAtAngle(27.0f, 76), 55);
+    EXPECT_EQ(stepAtAngle(27.0f, 151), 110);
+}
+
 TEST(KnobLaws, LengthOfTheListSetsTheScale) {
     EXPECT_EQ(angleOfStep(1, 2), -45.0f);
     EXPECT_EQ(angleOfStep(5, 11), 90.0f);
