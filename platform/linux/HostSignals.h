@@ -6,7 +6,8 @@
 
 // What the host does at each signal, put back when this goes: Foundation ignores broken pipes for
 // the whole process, and AppKit's back end takes the signals that end a program for itself, so that
-// a host with an editor open could no longer be stopped.
+// a host with an editor open could no longer be stopped. Those that reach this thread meanwhile
+// wait for the host's handler.
 class HostSignals {
 public:
     HostSignals();
@@ -16,4 +17,5 @@ public:
 
 private:
     std::array<struct sigaction, NSIG> actions;
+    sigset_t mask;
 };
