@@ -1,16 +1,14 @@
 #include "host/PlotFile.h"
 
+#include "host/CairoStream.h"
 #include "host/PlainText.h"
 #include "host/UserError.h"
 
 #include <cairo-svg.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cmath>
 #include <filesystem>
-
-#include <unistd.h>
 
 namespace tvhost {
 
@@ -34,7 +32,7 @@ PlotFile::PlotFile(const std::string& path_, double width, double height)
     : path(path_), vector(hasExtension(path, ".svg")), output(path) {
     requireKnownExtension(path);
     if (vector) {
-        surface = cairo_svg_surface_create_for_stream(append, this, width, height);
+        surface = cairo_svg_surface_create_for_stream(appendToFile, &output, width, height);
         cairo_svg_surface_set_document_unit(surface, CAIRO_SVG_UNIT_PX);
         context = cairo_create(surface);
     } else {
@@ -53,30 +51,14 @@ PlotFile::~PlotFile() {
     cairo_surface_destroy(surface);
 }
 
-cairo_status_t PlotFile::append(void* self, const unsigned char* data, unsigned int length) {
-    const int descriptor = static_cast<PlotFile*>(self)->output.descriptor();
-    while (length > 0) {
-        const ssize_t written = write(descriptor, data, length);
-        if (written < 0 && errno == EINTR)
-            continue;
-        if (written <= 0)
-            return CAIRO_STATUS_WRITE_ERROR;
-        data += written;
-        length -= static_cast<unsigned int>(written);
-    }
-    return CAIRO_STATUS_SUCCESS;
-}
-
 void PlotFile::finish() {
     cairo_status_t status = cairo_status(context);
     if (status == CAIRO_STATUS_SUCCESS && !vector)
-        status = cairo_surface_write_to_png_stream(surface, append, this);
+        status = cairo_surface_write_to_png_stream(surface, appendToFile, &output);
     cairo_surface_finish(surface);
     if (status == CAIRO_STATUS_SUCCESS)
         status = cairo_surface_status(surface);
-    if (status != CAIRO_STATUS_SUCCESS)
-        throw UserError(path + " cannot be written: " + cairo_status_to_string(status) +
-                        "; give a file in a folder with room for it");
+    requireWritten(status, path);
     output.commit();
 }
 

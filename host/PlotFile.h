@@ -34,8 +34,6 @@ private:
     OutputFile output;
     cairo_surface_t* surface = nullptr;
     cairo_t* context = nullptr;
-
-    static cairo_status_t append(void* self, const unsigned char* data, unsigned int length);
 };
 
 } // namespace tvhost
