@@ -1,10 +1,12 @@
 #include "host/CommandLine.h"
 
 #include "host/Command.h"
+#include "host/EditCommand.h"
 #include "host/InfoCommand.h"
 #include "host/PlainText.h"
 #include "host/PlotCommand.h"
 #include "host/RenderCommand.h"
+#include "host/SnapshotCommand.h"
 #include "host/UserError.h"
 
 #include <CLI/CLI.hpp>
@@ -28,7 +30,7 @@ std::string commandMissing(const CLI::App& app) {
     const std::vector<std::string> words = app.remaining();
     return (words.empty() ? "no command is given"
                           : "there is no command \"" + words.front() + "\"") +
-           std::string("; give info, render or plot");
+           std::string("; give info, render, plot, edit or snapshot");
 }
 
 int refuse(const std::string& text) {
@@ -53,6 +55,8 @@ int runCommandLine(int argc, const char* const* argv) {
     add(std::make_unique<InfoCommand>());
     add(std::make_unique<RenderCommand>());
     add(std::make_unique<PlotCommand>());
+    add(std::make_unique<EditCommand>());
+    add(std::make_unique<SnapshotCommand>());
 
     try {
         app.parse(argc, argv);

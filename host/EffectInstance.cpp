@@ -111,9 +111,21 @@ void EffectInstance::requireAudio() const {
         throw UserError(name() + " has " + channelCount(effect->numInputs) + " in and " +
                         std::to_string(effect->numOutputs) +
                         " out; tvhost drives effects of one or two channels each");
-    if (!(effect->flags & effFlagsCanReplacing) || !effect->processReplacing)
+    if (!canReplace())
         throw UserError(name() + " can only add to its output; "
                                  "tvhost drives effects that can replace it");
+}
+
+bool EffectInstance::canReplace() const {
+    return (effect->flags & effFlagsCanReplacing) != 0 && effect->processReplacing;
+}
+
+EditorSize EffectInstance::editorSize() const {
+    ERect* rectangle = nullptr;
+    dispatch(effEditGetRect, 0, 0, &rectangle);
+    if (!rectangle)
+        return {};
+    return {rectangle->right - rectangle->left, rectangle->bottom - rectangle->top};
 }
 
 void EffectInstance::start(double sampleRate, int blockSize) {
@@ -130,8 +142,13 @@ void EffectInstance::start(double sampleRate, int blockSize) {
 
     // Effects may take up a new rate only when they process, and write parameters anew as they do.
     // A block without frames lets that happen before anything is set.
-    std::array<float, 2> silence{};
-    std::array<float*, 2> channels = {&silence[0], &silence[1]};
+    if (!canReplace())
+        return;
+    std::vector<float> silence(
+        static_cast<std::size_t>(std::max({inputCount(), outputCount(), 1})));
+    std::vector<float*> channels;
+    for (float& sample : silence)
+        channels.push_back(&sample);
     process(channels.data(), channels.data(), 0);
 }
 

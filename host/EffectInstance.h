@@ -1,12 +1,15 @@
 #pragma once
 
+#include "host/EditorSize.h"
 #include "host/HostCallback.h"
 #include "host/PluginModule.h"
 #include "plugin/vst2/AEffect.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tvhost {
@@ -53,18 +56,33 @@ public:
     // Throws UserError unless the effect takes one or two channels, gives one or two and can write
     // over its output buffers.
     void requireAudio() const;
-    int inputCount() const { return effect->numInputs; }
-    int outputCount() const { return effect->numOutputs; }
+    int inputCount() const { return std::max(effect->numInputs, 0); }
+    int outputCount() const { return std::max(effect->numOutputs, 0); }
+    // Whether the effect can write over its output buffers.
+    bool canReplace() const;
 
     // Switches the effect on for blocks of at most `blockSize` frames, and off again. After
-    // start() the effect has taken up the rate, so that parameters set from then on hold. Only
-    // after requireAudio().
+    // start() an effect that can replace has taken up the rate, so that parameters set from then on
+    // hold.
     void start(double sampleRate, int blockSize);
     void stop();
 
     // One pointer a channel, `frames` frames each, at most the block size. Only between start() and
-    // stop(). The time line advances by `frames`.
+    // stop(), and only when the effect can replace. The time line advances by `frames`.
     void process(float** inputs, float** outputs, int frames);
+
+    bool hasEditor() const { return (effect->flags & effFlagsHasEditor) != 0; }
+    // What the effect tells; not usable when it tells nothing.
+    EditorSize editorSize() const;
+    // `window` is an X11 window. Whether the effect says that its editor is open.
+    bool openEditor(void* window) { return dispatch(effEditOpen, 0, 0, window) != 0; }
+    void closeEditor() { dispatch(effEditClose); }
+    // For an open editor, some thirty times a second.
+    void idleEditor() { dispatch(effEditIdle); }
+    // See HostCallback.
+    void setSizeRequestHandler(HostCallback::SizeRequestHandler handler) {
+        host.setSizeRequestHandler(std::move(handler));
+    }
 
 private:
     VstIntPtr dispatch(VstInt32 opcode, VstInt32 index = 0, VstIntPtr value = 0,

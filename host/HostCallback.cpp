@@ -49,7 +49,9 @@ VstIntPtr canDo(const void* ptr) {
     if (!ptr)
         return 0;
     const std::string_view ability = static_cast<const char*>(ptr);
-    return ability == "sendVstTimeInfo" || ability == "startStopProcess" ? 1 : 0;
+    return ability == "sendVstTimeInfo" || ability == "startStopProcess" || ability == "sizeWindow"
+               ? 1
+               : 0;
 }
 
 } // namespace
@@ -117,6 +119,8 @@ VstIntPtr HostCallback::answer(const AEffect* effect, VstInt32 opcode, VstInt32 
         return processing ? kProcessLevelOffline : kProcessLevelUser;
     case audioMasterGetDirectory:
         return reinterpret_cast<VstIntPtr>(folder.c_str());
+    case audioMasterSizeWindow:
+        return sizeRequest && sizeRequest(index, static_cast<int>(value)) ? 1 : 0;
     case audioMasterUpdateDisplay:
     case audioMasterBeginEdit:
     case audioMasterEndEdit:

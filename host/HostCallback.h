@@ -4,7 +4,9 @@
 #include "plugin/vst2/Records.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
+#include <utility>
 
 namespace tvhost {
 
@@ -36,6 +38,11 @@ public:
     // Whether the effect is inside its process call.
     void setProcessing(bool state) { processing = state; }
 
+    // Given what an effect asks its editor's window to become, in pixels; answers whether it did.
+    using SizeRequestHandler = std::function<bool(int width, int height)>;
+    // Without one, and with null, no such wish is granted.
+    void setSizeRequestHandler(SizeRequestHandler handler) { sizeRequest = std::move(handler); }
+
 private:
     VstIntPtr answer(const AEffect* effect, VstInt32 opcode, VstInt32 index, VstIntPtr value);
     VstIntPtr timeInfo();
@@ -45,6 +52,7 @@ private:
     int blockSize = 512;
     std::int64_t position = 0;
     bool processing = false;
+    SizeRequestHandler sizeRequest;
     VstTimeInfo time{};
 };
 

@@ -35,7 +35,8 @@ TEST(HostCallback, AnswersWithoutAnEffectWhatNeedsNone) {
     EXPECT_EQ(canDo("sendVstTimeInfo"), 1);
     EXPECT_EQ(canDo("startStopProcess"), 1);
     EXPECT_EQ(canDo("sendVstMidiEvent"), 0);
-    EXPECT_EQ(canDo("sizeWindow"), 0);
+    EXPECT_EQ(canDo("sizeWindow"), 1);
+    EXPECT_EQ(canDo("openFileSelector"), 0);
 }
 
 TEST(HostCallback, TakesNullTextsAndStrayEffectsCalmly) {
@@ -82,6 +83,25 @@ TEST(HostCallback, AnswersFromItsState) {
     EXPECT_EQ(ask(&effect, audioMasterGetCurrentProcessLevel), 4);
     EXPECT_EQ(ask(&effect, audioMasterGetInputLatency), 0);
     EXPECT_EQ(ask(&effect, audioMasterIOChanged), 0);
+}
+
+TEST(HostCallback, GrantsASizeWhenSomebodyTakesIt) {
+    HostCallback host("/folder");
+    AEffect effect{};
+    host.bind(effect);
+    EXPECT_EQ(ask(&effect, audioMasterSizeWindow, 300, 200), 0);
+    int width = 0, height = 0;
+    host.setSizeRequestHandler([&](int w, int h) {
+        width = w;
+        height = h;
+        return w < 1000;
+    });
+    EXPECT_EQ(ask(&effect, audioMasterSizeWindow, 300, 200), 1);
+    EXPECT_EQ(width, 300);
+    EXPECT_EQ(height, 200);
+    EXPECT_EQ(ask(&effect, audioMasterSizeWindow, 1000, 200), 0);
+    host.setSizeRequestHandler(nullptr);
+    EXPECT_EQ(ask(&effect, audioMasterSizeWindow, 300, 200), 0);
 }
 
 TEST(HostCallback, CallsPinsConnectedThatTheEffectHas) {

@@ -70,6 +70,7 @@ ProgramRun::ProgramRun(const std::vector<std::string>& arguments, const Options&
         dup2(out.writer, STDOUT_FILENO);
         dup2(err.writer, STDERR_FILENO);
         unsetenv("VST_PATH");
+        unsetenv("DISPLAY");
         setenv("HOME", "/nonexistent", 1);
         // What is settled to be kept to the end of the process is no fault.
         setenv("LSAN_OPTIONS", "suppressions=" TVHOST_LEAK_SUPPRESSIONS ":print_suppressions=0", 1);

@@ -16,8 +16,8 @@ struct ProgramResult {
     std::vector<std::string> errorLines() const;
 };
 
-// tvhost as a process of its own, with standard output and error caught. VST_PATH is empty and HOME
-// leads nowhere unless `environment` (NAME=VALUE) says otherwise.
+// tvhost as a process of its own, with standard output and error caught. There is no VST_PATH and
+// no display and HOME leads nowhere unless `environment` (NAME=VALUE) says otherwise.
 class ProgramRun {
 public:
     struct Options {

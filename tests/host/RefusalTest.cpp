@@ -56,8 +56,9 @@ public:
                 text.replace(at, word.size(), by);
         };
         replace("{dir}", folder.path().string());
-        for (const char* plugin : {"Gain", "Delay", "Null", "NoEntry", "WrongMagic", "Surround",
-                                   "Accumulating", "Instrument", "NotANumber", "Mono", "Rude"})
+        for (const char* plugin :
+             {"Gain", "Delay", "Null", "NoEntry", "WrongMagic", "Surround", "Accumulating",
+              "Instrument", "NotANumber", "Mono", "Rude", "Painter"})
             replace(std::string("{") + plugin + "}", testPlugin(plugin));
         return text;
     }
@@ -161,6 +162,22 @@ const std::vector<Row> kRows = {
      {"plot", "{dir}/old.png", "--plugin", "{NotANumber}"},
      "no finite number",
      "other settings"},
+    {"EditOfAnEffectWithoutEditor", {"edit", "--plugin", "{Gain}"}, "has no editor", "one"},
+    {"EditOfNoPlugin", {"edit", "--plugin", "{dir}/none.vst"}, "no plug-in", "bundle or .so"},
+    {"SnapshotOfAnEffectWithoutEditor",
+     {"snapshot", "{dir}/old.png", "--plugin", "{Gain}"},
+     "has no editor",
+     "one"},
+    {"SnapshotOfNull",
+     {"snapshot", "{dir}/old.png", "--plugin", "{Null}"},
+     "answered null",
+     "VST 2.4"},
+
+    // The display.
+    {"EditWithoutADisplay",
+     {"edit", "--plugin", "{Painter}"},
+     "no display to show an editor on",
+     "set DISPLAY"},
 
     // Programs and parameters.
     render("NoSuchProgram", {"--program", "Loud"}, "no program \"Loud\"", "0 to 2"),
@@ -200,6 +217,19 @@ const std::vector<Row> kRows = {
      {"plot", "{dir}/old.svg", "--plugin", "{Mono}", "--all"},
      "no programs",
      "leave --all away"},
+    {"EditNoSuchProgram",
+     {"edit", "--plugin", "{Painter}", "--program", "Loud"},
+     "no program",
+     "0 to 6"},
+    {"EditNoValue", {"edit", "--plugin", "{Painter}", "--set", "Red=2"}, "\"2\"", "from 0 to 1"},
+    {"SnapshotNoSuchProgram",
+     {"snapshot", "{dir}/old.png", "--plugin", "{Painter}", "--program", "7"},
+     "no program",
+     "0 to 6"},
+    {"SnapshotNoSuchParameter",
+     {"snapshot", "{dir}/old.png", "--plugin", "{Painter}", "--set", "Blue=1"},
+     "no parameter",
+     "Red"},
 
     // Figures.
     render("BlockOfNothing", {"--block", "0"}, "--block 0", "from 1 to 65536"),
@@ -216,8 +246,8 @@ const std::vector<Row> kRows = {
     render("TailIsNoNumber", {"--tail", "nan"}, "--tail nan", "from 0 to 3600"),
 
     // The command line itself.
-    {"NoCommand", {}, "no command is given", "give info, render or plot"},
-    {"NoSuchCommand", {"play"}, "no command \"play\"", "give info, render or plot"},
+    {"NoCommand", {}, "no command is given", "give info, render, plot, edit or snapshot"},
+    {"NoSuchCommand", {"play"}, "no command \"play\"", "give info, render, plot, edit or snapshot"},
     {"OptionBeforeTheCommand", {"--loud", "info"}, "--loud", "tvhost info --help"},
     {"NoSuchOption", {"info", "{Gain}", "--loud"}, "--loud", "tvhost info --help"},
     {"NoInput", {"render"}, "IN", "tvhost render --help"},
@@ -237,6 +267,15 @@ const std::vector<Row> kRows = {
      {"plot", "{dir}/old.wav", "--plugin", "{Gain}"},
      "no picture",
      ".svg or .png"},
+    {"SnapshotIsNoPng",
+     {"snapshot", "{dir}/old.svg", "--plugin", "{Painter}"},
+     "no picture",
+     ".png"},
+    {"SnapshotFolderIsMissing",
+     {"snapshot", "{dir}/none/out.png", "--plugin", "{Painter}"},
+     "No such file or directory",
+     "give a file in a folder"},
+    {"SnapshotOfNothing", {"snapshot"}, "OUT", "tvhost snapshot --help"},
     {"PictureFolderIsMissing",
      {"plot", "{dir}/none/out.svg", "--plugin", "{Gain}"},
      "No such file or directory",
@@ -301,8 +340,13 @@ TEST(Refusal, OfAFullDiskLeavesNothing) {
 }
 
 TEST(Help, GoesToStandardOutputWithStatusZero) {
-    const std::vector<std::vector<std::string>> calls = {
-        {"--help"}, {"-h"}, {"info", "--help"}, {"render", "--help"}, {"plot", "--help"}};
+    const std::vector<std::vector<std::string>> calls = {{"--help"},
+                                                         {"-h"},
+                                                         {"info", "--help"},
+                                                         {"render", "--help"},
+                                                         {"plot", "--help"},
+                                                         {"edit", "--help"},
+                                                         {"snapshot", "--help"}};
     for (const auto& call : calls) {
         const ProgramResult result = runTvhost(call);
         EXPECT_EQ(result.status, 0);

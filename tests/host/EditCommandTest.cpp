@@ -1,0 +1,199 @@
+// tvhost as a host with a window, on a screen where nobody else is.
+#include "tests/editor/Mouse.h"
+#include "tests/editor/XServer.h"
+#include "tests/host/EditorFace.h"
+#include "tests/host/ProgramRun.h"
+#include "tests/host/ScreenWindow.h"
+#include "tests/host/TemporaryFolder.h"
+#include "tests/host/TestPlugin.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <csignal>
+#include <functional>
+#include <thread>
+
+using testing::HasSubstr;
+
+namespace {
+
+FaceControls punk() {
+    ReferenceDelay effect;
+    effect.setProgram(25);
+    return faceOf(effect);
+}
+
+bool comesTrue(const std::function<bool()>& condition) {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > end)
+            return false;
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
+    return true;
+}
+
+bool shows(const ScreenWindow& window, const FaceControls& controls) {
+    const ScreenPart expected = expectedFace(controls);
+    return comesTrue(
+        [&] { return differenceOf(screenAt(window.left, window.top), expected).largest <= 4; });
+}
+
+class Edit : public testing::Test {
+protected:
+    ProgramRun::Options onScreen() const {
+        ProgramRun::Options options;
+        options.environment = {"DISPLAY=" + server.display(), "ASAN_OPTIONS=detect_leaks=0",
+                               "PAINTER_JOURNAL=" + journal};
+        return options;
+    }
+    ProgramRun edit(const std::vector<std::string>& more) const {
+        std::vector<std::string> arguments = {"edit"};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        return ProgramRun(arguments, onScreen());
+    }
+    ProgramRun painter(const std::string& behaviour) const {
+        return edit({"--plugin", testPlugin("Painter"), "--program", behaviour});
+    }
+
+    static void expectGoodEnd(ProgramRun& run) {
+        const ProgramResult result = run.wait();
+        EXPECT_EQ(result.status, 0);
+        EXPECT_EQ(result.out, "");
+        EXPECT_EQ(result.err, "");
+    }
+    // Of the plug-in that paints.
+    void expectOrderlyClose() const {
+        EXPECT_EQ(readFile(journal), "closed in its window\n");
+        EXPECT_FALSE(findWindow(kPainter).has_value());
+    }
+
+    static constexpr const char* kPainter = "Painter \xC3\xA9";
+
+    const TemporaryFolder folder;
+    const std::string journal = folder.file("journal");
+    XServer server;
+};
+
+class EditStop : public Edit, public testing::WithParamInterface<int> {};
+
+} // namespace
+
+TEST_F(Edit, ShowsTheEditorInAWindowOfItsNameAndSize) {
+    ProgramRun run = edit({"--program", "Punk"});
+    const ScreenWindow window = awaitWindow("TvDelay");
+    EXPECT_EQ(window.width, 344);
+    EXPECT_EQ(window.height, 400);
+    EXPECT_TRUE(window.sizeIsFixed);
+    EXPECT_EQ(window.programClass, "Tvhost");
+    EXPECT_TRUE(shows(window, punk()));
+    askToClose(window);
+    expectGoodEnd(run);
+}
+
+TEST_F(Edit, ShowsWhatIsSetBesidesTheProgram) {
+    ProgramRun run = edit({"--program", "Punk", "--set", "highPass Type=1"});
+    FaceControls controls = punk();
+    controls[5] = 1;
+    const ScreenWindow window = awaitWindow("TvDelay");
+    EXPECT_TRUE(shows(window, controls));
+    askToClose(window);
+    expectGoodEnd(run);
+}
+
+TEST_F(Edit, TakesTheMouse) {
+    ProgramRun run = edit({"--program", "Punk"});
+    const ScreenWindow window = awaitWindow("TvDelay");
+    ASSERT_TRUE(shows(window, punk()));
+    const Mouse mouse(window.left, window.top + window.height);
+    // From the base angle of 85 degrees, 54 points up: step 71, frame 90.
+    mouse.moveTo(178, 226);
+    mouse.press();
+    mouse.moveTo(178, 280);
+    mouse.release();
+    FaceControls moved = punk();
+    moved[1] = 90;
+    EXPECT_TRUE(shows(window, moved));
+    mouse.moveTo(260, 140);
+    mouse.press();
+    mouse.release();
+    moved[5] = 1;
+    EXPECT_TRUE(shows(window, moved));
+    askToClose(window);
+    expectGoodEnd(run);
+}
+
+TEST_F(Edit, ClosesTheEditorBeforeItsWindow) {
+    ProgramRun run = painter("Plain");
+    askToClose(awaitWindow(kPainter));
+    expectGoodEnd(run);
+    expectOrderlyClose();
+}
+
+TEST_F(Edit, LetsTheEffectRun) {
+    ProgramRun run = painter("Plain");
+    const ScreenWindow window = awaitWindow(kPainter);
+    // Green: a tenth of a second has been processed.
+    EXPECT_TRUE(comesTrue([&] { return colourAt(window.left, window.top) == 0xFFFF00u; }));
+    askToClose(window);
+    expectGoodEnd(run);
+}
+
+TEST_F(Edit, FollowsTheSizeThatTheEditorTellsLate) {
+    ProgramRun run = painter("Late");
+    EXPECT_TRUE(comesTrue([] {
+        const auto window = findWindow(kPainter);
+        return window && window->width == 200 && window->height == 100 && window->sizeIsFixed;
+    }));
+    askToClose(awaitWindow(kPainter));
+    expectGoodEnd(run);
+}
+
+TEST_F(Edit, FollowsTheSizeThatTheEditorAsksFor) {
+    ProgramRun run = painter("Growing");
+    EXPECT_TRUE(comesTrue([] {
+        const auto window = findWindow(kPainter);
+        return window && window->width == 160 && window->height == 90 && window->sizeIsFixed &&
+               colourAt(159, 89) == 0xFFFF00u;
+    }));
+    askToClose(awaitWindow(kPainter));
+    expectGoodEnd(run);
+    expectOrderlyClose();
+}
+
+TEST_P(EditStop, EndsInGoodOrder) {
+    for (const char* plugin : {"Painter", "TvDelay"}) {
+        SCOPED_TRACE(plugin);
+        const bool product = plugin == std::string("TvDelay");
+        ProgramRun run = product ? edit({}) : painter("Plain");
+        awaitWindow(product ? plugin : kPainter);
+        kill(run.process(), GetParam());
+        expectGoodEnd(run);
+    }
+    expectOrderlyClose();
+}
+
+INSTANTIATE_TEST_SUITE_P(Signals, EditStop, testing::Values(SIGINT, SIGTERM, SIGHUP));
+
+TEST_F(Edit, SaysThatTheDisplayHasGone) {
+    auto screen = std::make_unique<XServer>();
+    ProgramRun::Options options = onScreen();
+    options.environment.push_back("DISPLAY=" + screen->display());
+    ProgramRun run({"edit", "--plugin", testPlugin("Painter")}, options);
+    awaitWindow(kPainter);
+    screen.reset();
+    const ProgramResult result = run.wait();
+    EXPECT_EQ(result.status, 2);
+    ASSERT_EQ(result.errorLines().size(), 1u) << result.err;
+    EXPECT_THAT(result.err, HasSubstr("X server has gone"));
+}
+
+TEST_F(Edit, RefusesAnEditorThatDoesNotOpen) {
+    ProgramRun run = painter("Refusing");
+    const ProgramResult result = run.wait();
+    EXPECT_EQ(result.status, 2);
+    ASSERT_EQ(result.errorLines().size(), 1u) << result.err;
+    EXPECT_THAT(result.err, HasSubstr("did not open its editor"));
+}

@@ -1,0 +1,129 @@
+// Its editor is an X11 window of one colour: red by its parameter, green once it has processed a
+// tenth of a second. The programs are ways in which editors behave. The file that PAINTER_JOURNAL
+// names gets a line when the editor closes, with how the window that it lay in fared.
+#include "tests/host/plugins/TestEffect.h"
+
+#include <X11/Xlib.h>
+
+#include <cstdlib>
+#include <fstream>
+
+namespace {
+
+enum Behaviour {
+    kPlain,
+    kLate,     // tells its size only once it is open
+    kGrowing,  // asks for another size when it is given time first
+    kUntrue,   // says that it didn't open, and shows itself
+    kRefusing, // says that it didn't open
+    kEmpty,    // says that it opened, and shows nothing
+    kRestless, // another colour each time
+    kBehaviours
+};
+
+constexpr const char* kNames[] = {"Plain",    "Late",  "Growing", "Untrue",
+                                  "Refusing", "Empty", "Restless"};
+
+class Painter : public TestEffect {
+public:
+    explicit Painter(audioMasterCallback master) : TestEffect(master, 2, 2, 1, kBehaviours) {
+        record.flags |= effFlagsHasEditor;
+    }
+
+protected:
+    VstIntPtr dispatch(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr,
+                       float opt) override {
+        switch (opcode) {
+        case effGetEffectName:
+            return give(ptr, "Painter \xC3\xA9");
+        case effGetParamName:
+            return give(ptr, "Red");
+        case effGetProgram:
+            return behaviour;
+        case effSetProgram:
+            behaviour = static_cast<int>(value);
+            return 0;
+        case effGetProgramNameIndexed:
+            return give(ptr, kNames[index]);
+        case effEditGetRect:
+            *static_cast<ERect**>(ptr) = behaviour == kLate && !display ? nullptr : &rectangle;
+            return 1;
+        case effEditOpen:
+            open(reinterpret_cast<Window>(ptr));
+            return behaviour != kUntrue && behaviour != kRefusing;
+        case effEditIdle:
+            idle();
+            return 0;
+        case effEditClose:
+            close();
+            return 0;
+        default:
+            return TestEffect::dispatch(opcode, index, value, ptr, opt);
+        }
+    }
+    void setParameter(int, float value) override { red = value; }
+    float getParameter(int) override { return red; }
+    void process(float** in, float** out, int frames) override {
+        TestEffect::process(in, out, frames);
+        processed += frames;
+    }
+
+private:
+    void open(Window window) {
+        if (behaviour == kRefusing)
+            return;
+        parent = window;
+        if (behaviour == kLate)
+            rectangle = {0, 0, 100, 200};
+        display = XOpenDisplay(nullptr);
+        if (!display || behaviour == kEmpty)
+            return;
+        child = XCreateSimpleWindow(display, parent, 0, 0, width(), height(), 0, 0, colour());
+        XMapWindow(display, child);
+        XSync(display, False);
+    }
+    void idle() {
+        if (!child)
+            return;
+        if (behaviour == kGrowing && rectangle.right == 120) {
+            rectangle = {0, 0, 90, 160};
+            if (host(&record, audioMasterSizeWindow, 160, 90, nullptr, 0.0f) == 1)
+                XResizeWindow(display, child, width(), height());
+        }
+        if (behaviour == kRestless)
+            ++blue;
+        XSetWindowBackground(display, child, colour());
+        XClearWindow(display, child);
+        XFlush(display);
+    }
+    void close() {
+        if (const char* const path = std::getenv("PAINTER_JOURNAL")) {
+            XWindowAttributes attributes;
+            const bool there = display && XGetWindowAttributes(display, parent, &attributes);
+            std::ofstream(path) << (there ? "closed in its window\n" : "closed without a window\n");
+        }
+        if (display)
+            XCloseDisplay(display);
+        display = nullptr;
+        child = 0;
+    }
+    unsigned long colour() const {
+        const auto level = static_cast<unsigned long>(red * 255.0f);
+        return level << 16 | (processed >= 4410 ? 0xFF00u : 0u) | (blue & 0xFFu);
+    }
+    unsigned width() const { return static_cast<unsigned>(rectangle.right); }
+    unsigned height() const { return static_cast<unsigned>(rectangle.bottom); }
+
+    int behaviour = kPlain;
+    float red = 1.0f;
+    long processed = 0;
+    unsigned blue = 0;
+    ERect rectangle{0, 0, 80, 120}; // top, left, bottom, right
+    Display* display = nullptr;
+    Window parent = 0;
+    Window child = 0;
+};
+
+} // namespace
+
+EXPORT_EFFECT(Painter)
