@@ -4,6 +4,20 @@
 
 #import <GNUstepGUI/GSDisplayServer.h>
 
+namespace {
+
+// The X server hands keys to what lies below the mouse, though the keyboard is the host's. What
+// nobody selects there goes on to the host's window.
+void leaveKeysToTheHost(Display* display, Window window) {
+    XWindowAttributes attributes;
+    if (XGetWindowAttributes(display, window, &attributes) != 0) {
+        XSelectInput(display, window,
+                     attributes.your_event_mask & ~(KeyPressMask | KeyReleaseMask));
+    }
+}
+
+} // namespace
+
 @implementation TarnsX11HostWindow
 
 - (id)initInside:(Window)parent {
@@ -27,6 +41,7 @@
     XSetWindowAttributes attributes;
     attributes.override_redirect = True;
     XChangeWindowAttributes(display, window, CWOverrideRedirect, &attributes);
+    leaveKeysToTheHost(display, window);
     XReparentWindow(display, window, parent, 0, 0);
     [self orderFrontRegardless];
     XMoveWindow(display, window, 0, 0);

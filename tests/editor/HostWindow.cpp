@@ -55,6 +55,21 @@ HostWindow::~HostWindow() {
     XCloseDisplay(display); // destroys what it made
 }
 
+void HostWindow::takeKeyboard() {
+    XSelectInput(display, window, KeyPressMask);
+    XSetInputFocus(display, window, RevertToPointerRoot, CurrentTime);
+    XSync(display, False);
+}
+
+int HostWindow::keysPressed() {
+    XSync(display, False);
+    XEvent event;
+    while (XCheckTypedWindowEvent(display, window, KeyPress, &event)) {
+        ++keys;
+    }
+    return keys;
+}
+
 void HostWindow::destroy() {
     XDestroyWindow(display, window);
     XSync(display, False);

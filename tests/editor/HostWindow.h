@@ -36,6 +36,10 @@ public:
     int left() const { return left_; }
     int top() const { return top_; }
 
+    // Asks for the keyboard, and tells how many keys were pressed for it since.
+    void takeKeyboard();
+    int keysPressed();
+
     void destroy();
     // Covers it with another window, and takes that away again.
     void cover();
@@ -55,6 +59,7 @@ private:
     _XDisplay* display;
     unsigned long window;
     unsigned long covering = 0;
+    int keys = 0;
     int left_, top_;
 };
 

@@ -14,6 +14,7 @@
 #include <filesystem>
 #include <fstream>
 #include <memory>
+#include <stdexcept>
 #include <thread>
 #include <vector>
 
@@ -64,6 +65,35 @@ int openSockets() {
     }
     return count;
 }
+
+// The plug-in's bundle once more, in a folder of its own for the object's lifetime.
+class BundleCopy {
+public:
+    BundleCopy() {
+        std::string pattern =
+            (std::filesystem::temp_directory_path() / "tvdelay-copy-XXXXXX").string();
+        if (mkdtemp(pattern.data()) == nullptr) {
+            throw std::runtime_error("no folder for a copy of the bundle");
+        }
+        folder_ = pattern;
+        std::filesystem::copy(original(), bundle(), std::filesystem::copy_options::recursive);
+    }
+    ~BundleCopy() { std::filesystem::remove_all(folder_); }
+    BundleCopy(const BundleCopy&) = delete;
+    BundleCopy& operator=(const BundleCopy&) = delete;
+
+    std::filesystem::path bundle() const { return folder_ / original().filename(); }
+    std::string code() const {
+        return (bundle() / std::filesystem::relative(TVDELAY_PLUGIN_PATH, original())).string();
+    }
+
+private:
+    static std::filesystem::path original() {
+        return std::filesystem::path(TVDELAY_PLUGIN_PATH).parent_path().parent_path().parent_path();
+    }
+
+    std::filesystem::path folder_;
+};
 
 // Opens an editor on `handle` and does with it what hosts do; to be found alive afterwards.
 void useEditorOn(Effect& effect, void* handle) {
@@ -350,6 +380,19 @@ TEST_F(LinuxHostOnScreen, HostKeepsTheKeyboard) {
     EXPECT_EQ(keyboardFocus(), focus);
 }
 
+TEST_F(LinuxHostOnScreen, KeyPressedOverTheEditorIsTheHosts) {
+    Effect effect(plugin);
+    HostedEditor editor(effect.record);
+    ASSERT_TRUE(editor.shows(kSlapBack));
+    editor.window.takeKeyboard();
+    editor.mouse.moveTo(178, 226);
+    editor.mouse.press();
+    editor.mouse.release();
+    editor.idle();
+    xdotool({"key", "space"});
+    EXPECT_TRUE(editor.becomes([&] { return editor.window.keysPressed() == 1; }));
+}
+
 TEST_F(LinuxHostOnScreen, OtherConnectionsKeepTheHostsErrorHandler) {
     Effect effect(plugin);
     ErrorCounter errors;
@@ -366,15 +409,9 @@ TEST_F(LinuxHostOnScreen, OtherConnectionsKeepTheHostsErrorHandler) {
 }
 
 TEST_F(LinuxHostOnScreen, SecondFileOfThePluginInTheSameProcess) {
-    const std::filesystem::path bundle =
-        std::filesystem::path(TVDELAY_PLUGIN_PATH).parent_path().parent_path().parent_path();
-    char folder[] = "/tmp/tvdelay-copy-XXXXXX";
-    ASSERT_NE(mkdtemp(folder), nullptr);
-    const std::filesystem::path copy = std::filesystem::path(folder) / bundle.filename();
-    std::filesystem::copy(bundle, copy, std::filesystem::copy_options::recursive);
+    const BundleCopy copy;
     {
-        const LoadedPlugin second(
-            (copy / std::filesystem::relative(TVDELAY_PLUGIN_PATH, bundle)).string());
+        const LoadedPlugin second(copy.code());
         Effect ofSecond(second);
         Effect ofFirst(plugin);
         HostedEditor secondEditor(ofSecond.record, 100, 80);
@@ -393,7 +430,6 @@ TEST_F(LinuxHostOnScreen, SecondFileOfThePluginInTheSameProcess) {
         two[1] = 63;
         EXPECT_TRUE(secondEditor.shows(two));
     }
-    std::filesystem::remove_all(folder);
 }
 
 TEST_F(LinuxHostOnScreen, NothingIsWrittenIntoTheUsersHome) {
@@ -407,6 +443,31 @@ TEST_F(LinuxHostOnScreen, NothingIsWrittenIntoTheUsersHome) {
     }
     EXPECT_TRUE(std::filesystem::is_empty(home));
     std::filesystem::remove_all(home);
+}
+
+TEST_F(LinuxHostOnScreen, BundleWithoutPicturesTakesTheMouseAllTheSame) {
+    const BundleCopy copy;
+    std::filesystem::remove_all(copy.bundle() / "Contents" / "Resources");
+    const LoadedPlugin bare(copy.code());
+    Effect effect(bare);
+    HostedEditor editor(effect.record);
+    const auto parameter = [&](int index) {
+        return effect.record->getParameter(effect.record, index);
+    };
+    editor.idle();
+    editor.mouse.moveTo(178, 226);
+    editor.mouse.press();
+    editor.mouse.moveTo(178, 226 + 54);
+    EXPECT_TRUE(editor.becomes([&] { return parameter(1) == 71 * 0.01f; }));
+    editor.mouse.release();
+    EXPECT_EQ(parameter(5), 0.0f);
+    editor.mouse.moveTo(260, 140);
+    editor.mouse.press();
+    EXPECT_TRUE(editor.becomes([&] { return parameter(5) == 1.0f; }));
+    editor.mouse.release();
+    effect.call(effSetProgram, 9);
+    editor.idle();
+    EXPECT_TRUE(editor.window.children().at(0).mapped);
 }
 
 // In processes of their own: AppKit may have met a display before in this one.
