@@ -23,10 +23,11 @@ bool tveditor13::open(void* ptr) {
     rect = {0, 0, 100, 100};
     if (prepareEditorViews()) {
         @autoreleasepool {
-            uiView =
+            TarnsUiView13* const view =
                 [[TarnsUiView13 alloc] initWithFrame:NSMakeRect(0, 0, kEditorWidth, kEditorHeight)
                                            andEffect:effectPtr];
-            [uiView awakeFromNib];
+            [view awakeFromNib];
+            uiView = view; // other threads find it complete
             void* const host = hostObjectFor(ptr);
             NSWindow* const hostWindow = [[NSWindow alloc] initWithWindowRef:host];
             if (hostWindow != nil) {

@@ -202,6 +202,19 @@ bool containsInOrder(const std::vector<std::string>& all,
 }
 @end
 
+// Writes down which view its editor has whenever it is asked for a parameter.
+class WatchedSynth : public VstXSynth {
+public:
+    WatchedSynth() : VstXSynth(nullptr) {}
+
+    float getParameter(VstInt32 index) override {
+        views.push_back(uiEditor->uiView);
+        return VstXSynth::getParameter(index);
+    }
+
+    std::vector<TarnsUiView13*> views;
+};
+
 class EditorFrame : public AppKitHost {
 protected:
     EditorFrame() : editor(*synth.uiEditor) {}
@@ -362,6 +375,17 @@ TEST_F(EditorOfView, SecondOpenBuildsASecondView) {
     EXPECT_EQ([first superview], hostView);
     EXPECT_EQ([editor.uiView superview], hostView);
     EXPECT_EQ([[hostView subviews] count], 2u);
+}
+
+TEST_F(EditorOfView, ViewIsTheEditorsWhenItIsComplete) {
+    WatchedSynth watched;
+    watched.uiEditor->open(nullptr);
+    TarnsUiView13* const first = watched.uiEditor->uiView;
+    EXPECT_EQ(watched.views, std::vector<TarnsUiView13*>(7, nil));
+    watched.views.clear();
+    watched.uiEditor->open(nullptr);
+    EXPECT_NE(watched.uiEditor->uiView, first);
+    EXPECT_EQ(watched.views, std::vector<TarnsUiView13*>(7, first));
 }
 
 TEST_F(EditorOfView, NoViewShowsNothingAndIsOpen) {
