@@ -200,6 +200,18 @@ TEST_F(ImageButtons, EachDrawsTheImageOfItsState) {
     }
 }
 
+TEST_F(ImageButtons, ToggleWithoutImagesDrawsNothingAndTakesClicks) {
+    TarnsCustomImageView13* const bare =
+        [[[TarnsCustomImageView13 alloc] initWithFrameAndImages:frame imageOne:nil
+                                                       imageTwo:nil] autorelease];
+    [bare setDelegate:delegate];
+    [bare drawRect:NSMakeRect(0, 0, 15, 16)];
+    press(bare);
+    [bare drawRect:NSMakeRect(0, 0, 15, 16)];
+    EXPECT_EQ([bare imageState], 1);
+    EXPECT_EQ(heard(), (std::vector<std::string>{"knobUpdated"}));
+}
+
 TEST_F(ImageButtons, KickIsLitWhileHeldAndTellsOfPressAndRelease) {
     press(kick);
     EXPECT_EQ([kick imageState], 1);
