@@ -30,6 +30,7 @@ CFBundleRef CFBundleCreate(CFAllocatorRef allocator, CFURLRef bundleURL) {
     if (error || !std::filesystem::is_directory(directory, error)) {
         return nullptr;
     }
+    const std::lock_guard<std::recursive_mutex> guard(CFObject::lock());
     if (livingBundles == nullptr) {
         livingBundles = new std::map<std::string, CFBundleRef>;
     }

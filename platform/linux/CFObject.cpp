@@ -10,6 +10,23 @@ CFObject* objectOf(CFTypeRef reference) {
 
 } // namespace
 
+void CFObject::retain() {
+    const std::lock_guard<std::recursive_mutex> guard(lock());
+    ++owners;
+}
+
+void CFObject::release() {
+    const std::lock_guard<std::recursive_mutex> guard(lock());
+    if (--owners == 0) {
+        delete this;
+    }
+}
+
+std::recursive_mutex& CFObject::lock() {
+    static auto& mutex = *new std::recursive_mutex; // outlives static objects
+    return mutex;
+}
+
 CFTypeRef CFRetain(CFTypeRef object) {
     objectOf(object)->retain();
     return object;

@@ -1,6 +1,8 @@
 // What every CoreFoundation object of this supply is: a count of owners.
 #pragma once
 
+#include <mutex>
+
 class CFObject {
 public:
     CFObject() = default;
@@ -8,13 +10,12 @@ public:
     CFObject(const CFObject&) = delete;
     CFObject& operator=(const CFObject&) = delete;
 
-    void retain() { ++owners; }
-    // Deletes the object with its last owner.
-    void release() {
-        if (--owners == 0) {
-            delete this;
-        }
-    }
+    // Any thread. The last release deletes the object, under the lock.
+    void retain();
+    void release();
+
+    // Guards all counts, and what finds objects again that may be about to go.
+    static std::recursive_mutex& lock();
 
 private:
     int owners = 1;

@@ -17,7 +17,7 @@ typedef double CFTimeInterval; // seconds
 typedef const void* CFTypeRef;
 typedef const struct __CFAllocator* CFAllocatorRef;
 
-// Objects count their owners without a lock: use each on one thread at a time. Neither takes null.
+// Any thread. Neither takes null.
 CFTypeRef CFRetain(CFTypeRef object);
 void CFRelease(CFTypeRef object);
 

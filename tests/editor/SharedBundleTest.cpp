@@ -1,0 +1,92 @@
+// Effects that are made and ended on several threads share one bundle object.
+#include "platform/linux/CFObject.h"
+
+#include <CoreFoundation/CoreFoundation.h>
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <functional>
+#include <thread>
+#include <vector>
+
+namespace {
+
+constexpr int kThreads = 4;
+
+// Begins the work on all threads at about the same moment.
+void onThreads(const std::function<void()>& work) {
+    std::atomic<int> ready{0};
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < kThreads; ++thread) {
+        threads.emplace_back([&] {
+            ++ready;
+            while (ready < kThreads) {
+                std::this_thread::yield();
+            }
+            work();
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+}
+
+class CountedObject : public CFObject {
+public:
+    explicit CountedObject(int* ends) : ends_(ends) {}
+    ~CountedObject() override { ++*ends_; }
+
+private:
+    int* ends_;
+};
+
+CFBundleRef bundleOfTheRoot() {
+    const UInt8 path = '/';
+    const CFURLRef url = CFURLCreateFromFileSystemRepresentation(nullptr, &path, 1, true);
+    const CFBundleRef bundle = CFBundleCreate(nullptr, url);
+    CFRelease(url);
+    return bundle;
+}
+
+} // namespace
+
+TEST(SharedBundle, NoOwnerIsLostOrInventedAmongThreads) {
+    int ends = 0;
+    auto* const object = new CountedObject(&ends);
+    onThreads([object] {
+        for (int round = 0; round < 200000; ++round) {
+            CFRetain(static_cast<CFObject*>(object));
+            CFRelease(static_cast<CFObject*>(object));
+        }
+    });
+    EXPECT_EQ(ends, 0);
+    CFRelease(static_cast<CFObject*>(object));
+    EXPECT_EQ(ends, 1);
+}
+
+TEST(SharedBundle, ThreadsFindTheObjectThatLives) {
+    const CFBundleRef owned = bundleOfTheRoot();
+    std::atomic<int> others{0};
+    onThreads([&] {
+        for (int round = 0; round < 5000; ++round) {
+            const CFBundleRef found = bundleOfTheRoot();
+            others += found != owned ? 1 : 0;
+            CFRelease(found);
+        }
+    });
+    EXPECT_EQ(others, 0);
+    CFRelease(owned);
+}
+
+TEST(SharedBundle, ThreadsMakeAndEndItInTurns) {
+    std::atomic<int> missing{0};
+    onThreads([&] {
+        for (int round = 0; round < 20000; ++round) {
+            const CFBundleRef found = bundleOfTheRoot();
+            missing += found == nullptr ? 1 : 0;
+            CFRelease(found);
+        }
+    });
+    EXPECT_EQ(missing, 0);
+}
