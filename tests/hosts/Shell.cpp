@@ -19,10 +19,14 @@ HostHome::~HostHome() {
     std::filesystem::remove_all(folder, ignored);
 }
 
+std::string HostHome::insideHome(const std::string& command) const {
+    return "cd '" + folder.string() + "' && exec env -u WAYLAND_DISPLAY -u VST_PATH " +
+           "-u LXVST_PATH -u XDG_CACHE_HOME -u XDG_CONFIG_HOME HOME='" + folder.string() +
+           "' LC_ALL=C " + command;
+}
+
 ShellResult HostHome::run(const std::string& command) const {
-    const std::string whole = "cd '" + folder.string() + "' && env -u DISPLAY -u WAYLAND_DISPLAY " +
-                              "-u VST_PATH -u LXVST_PATH -u XDG_CACHE_HOME -u XDG_CONFIG_HOME " +
-                              "HOME='" + folder.string() + "' LC_ALL=C " + command + " 2>&1";
+    const std::string whole = insideHome("env -u DISPLAY " + command) + " 2>&1";
     std::FILE* const pipe = popen(whole.c_str(), "r");
     if (pipe == nullptr) {
         throw std::runtime_error("no shell");

@@ -20,6 +20,9 @@ public:
 
     // `command` is the shell's.
     ShellResult run(const std::string& command) const;
+    // The line that makes a shell run `command`, variables ahead of it, like that but on the
+    // display.
+    std::string insideHome(const std::string& command) const;
     const std::filesystem::path& path() const { return folder; }
 
 private:

@@ -1,0 +1,37 @@
+// What is on the screen that DISPLAY names, whoever showed it. Throws std::runtime_error when there
+// is no such screen.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+struct ShownWindow {
+    unsigned long handle;
+    std::string name;             // empty for a window without one
+    int left, top, width, height; // pixels of the screen
+
+    bool contains(const ShownWindow& other) const {
+        return other.left >= left && other.top >= top && other.left + other.width <= left + width &&
+               other.top + other.height <= top + height;
+    }
+};
+
+// Those that are mapped with all that they lie in, at any depth.
+std::vector<ShownWindow> shownWindows();
+
+bool windowManagerRuns();
+
+// The window that the window manager has given the keyboard, 0 for none.
+unsigned long activeWindow();
+
+// What a window manager does for a window's close button.
+void askToClose(unsigned long window);
+
+struct ScreenPlace {
+    int x, y;
+};
+
+// The middle of the bars of exactly this colour, 0xRRGGBB: rows with at least `length` such pixels
+// side by side.
+std::optional<ScreenPlace> middleOfBars(unsigned long colour, int length);
