@@ -19,7 +19,7 @@ public:
 
     void idle();
     void close();
-    // False when that doesn't come about in ten seconds.
+    // False when that doesn't come about in a minute.
     bool shows(const FaceControls& controls);
     bool becomes(const std::function<bool()>& condition);
     // Waits for some frame to come, and then for no change any more.

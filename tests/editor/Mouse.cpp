@@ -39,7 +39,7 @@ void Mouse::release() const {
 }
 
 bool idleUntil(const std::function<void()>& idle, const std::function<bool()>& done) {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(1);
     while (!done()) {
         if (std::chrono::steady_clock::now() > end) {
             return false;

@@ -22,6 +22,6 @@ private:
     int left_, bottom_;
 };
 
-// Calls `idle` some 100 times a second until `done`, at most for ten seconds. Answers `done` at the
+// Calls `idle` some 100 times a second until `done`, at most for a minute. Answers `done` at the
 // end.
 bool idleUntil(const std::function<void()>& idle, const std::function<bool()>& done);
