@@ -262,16 +262,18 @@ TEST_F(LinuxHostOnScreen, NullPointerIsOpenedWithNothingAttached) {
 
 TEST_F(LinuxHostOnScreen, IdOfAWindowThatIsGoneIsOpenedWithNothingAttached) {
     Effect effect(plugin);
-    void* gone;
-    {
-        HostWindow window(100, 80);
-        gone = window.handle();
-    }
     useEditorOn(effect, nullptr); // AppKit makes windows of its own as it starts
+    HostWindow window(100, 80);   // its connection stays, so that no other window gets the id
+    void* const gone = window.handle();
+    window.destroy();
     const int windows = windowsOnScreen();
     for (void* const handle :
          {gone, reinterpret_cast<void*>(1), reinterpret_cast<void*>(0x7FFFFFFF),
           reinterpret_cast<void*>(0xFFFFFFFF)}) {
+        EXPECT_EQ(effect.call(effEditOpen, 0, handle), 1);
+        effect.call(effEditIdle);
+        EXPECT_EQ(windowsOnScreen(), windows) << handle;
+        effect.call(effEditClose);
         useEditorOn(effect, handle);
         EXPECT_EQ(windowsOnScreen(), windows) << handle;
     }
@@ -445,29 +447,45 @@ TEST_F(LinuxHostOnScreen, NothingIsWrittenIntoTheUsersHome) {
     std::filesystem::remove_all(home);
 }
 
-TEST_F(LinuxHostOnScreen, BundleWithoutPicturesTakesTheMouseAllTheSame) {
+namespace {
+
+void useEditorWithoutPicturesAndExit() {
+    sharedXServer();
     const BundleCopy copy;
     std::filesystem::remove_all(copy.bundle() / "Contents" / "Resources");
-    const LoadedPlugin bare(copy.code());
-    Effect effect(bare);
-    HostedEditor editor(effect.record);
-    const auto parameter = [&](int index) {
-        return effect.record->getParameter(effect.record, index);
-    };
-    editor.idle();
-    editor.mouse.moveTo(178, 226);
-    editor.mouse.press();
-    editor.mouse.moveTo(178, 226 + 54);
-    EXPECT_TRUE(editor.becomes([&] { return parameter(1) == 71 * 0.01f; }));
-    editor.mouse.release();
-    EXPECT_EQ(parameter(5), 0.0f);
-    editor.mouse.moveTo(260, 140);
-    editor.mouse.press();
-    EXPECT_TRUE(editor.becomes([&] { return parameter(5) == 1.0f; }));
-    editor.mouse.release();
-    effect.call(effSetProgram, 9);
-    editor.idle();
-    EXPECT_TRUE(editor.window.children().at(0).mapped);
+    {
+        const LoadedPlugin bare(copy.code());
+        Effect effect(bare);
+        HostedEditor editor(effect.record);
+        const auto parameter = [&](int index) {
+            return effect.record->getParameter(effect.record, index);
+        };
+        editor.idle();
+        EXPECT_FALSE(showsFace(editor.window.screen(), kSlapBack));
+        editor.mouse.moveTo(178, 226);
+        editor.mouse.press();
+        editor.mouse.moveTo(178, 226 + 54);
+        EXPECT_TRUE(editor.becomes([&] { return parameter(1) == 71 * 0.01f; }));
+        editor.mouse.release();
+        EXPECT_EQ(parameter(5), 0.0f);
+        editor.mouse.moveTo(260, 140);
+        editor.mouse.press();
+        EXPECT_TRUE(editor.becomes([&] { return parameter(5) == 1.0f; }));
+        editor.mouse.release();
+        effect.call(effSetProgram, 9);
+        editor.idle();
+        EXPECT_TRUE(editor.window.children().at(0).mapped);
+    }
+    std::filesystem::remove_all(copy.bundle().parent_path());
+    std::exit(testing::Test::HasFailure() ? 1 : 0);
+}
+
+} // namespace
+
+// In a process of its own: the first file of the plug-in that a process loads brings the pictures.
+TEST(LinuxHostOfABareBundle, MouseWorksWithoutPictures) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(useEditorWithoutPicturesAndExit(), testing::ExitedWithCode(0), "");
 }
 
 // In processes of their own: AppKit may have met a display before in this one.
