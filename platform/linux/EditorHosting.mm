@@ -15,6 +15,7 @@
 #import <GNUstepGUI/GSDisplayServer.h>
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -55,11 +56,24 @@ std::vector<NSEvent*> waitingEvents() {
     return events;
 }
 
+// A press comes ahead of what follows within its millisecond, and a release behind.
+int rankOf(NSEvent* event) {
+    switch ([event type]) {
+    case NSLeftMouseDown:
+        return 0;
+    case NSLeftMouseUp:
+        return 2;
+    default:
+        return 1;
+    }
+}
+
 void deliverEvents() {
     std::vector<NSEvent*> events = waitingEvents();
     // AppKit hands the first press of a process on behind the drags that came after it.
     std::stable_sort(events.begin(), events.end(), [](NSEvent* one, NSEvent* other) {
-        return [one timestamp] < [other timestamp];
+        return std::make_pair([one timestamp], rankOf(one)) <
+               std::make_pair([other timestamp], rankOf(other));
     });
     for (NSEvent* const event : events) {
         [NSApp sendEvent:event];
@@ -131,6 +145,10 @@ void* hostObjectFor(void* passed) {
 }
 
 void editorShown(const tveditor13* editor, NSView* rootView) {
+    if ([[rootView window] isKindOfClass:[TarnsX11HostWindow class]]) {
+        // At the upper left whatever size the host gives the window.
+        [rootView setAutoresizingMask:NSViewMinYMargin];
+    }
     shownEditors().push_back({editor, rootView});
     endQuietErrors();
 }

@@ -34,7 +34,8 @@ void leaveKeysToTheHost(Display* display, Window window) {
         return nil;
     }
     [self setReleasedWhenClosed:NO];
-    [self setAutodisplay:NO]; // the host's idle call paints
+    [self setAutodisplay:NO];                       // the host's idle call paints
+    [self setBackgroundColor:[NSColor blackColor]]; // where a host makes it larger
     auto* const display = static_cast<Display*>([GSCurrentServer() serverDevice]);
     const auto window = reinterpret_cast<Window>([self windowRef]);
     // The window manager has no say in it, not even for the moment before it has its parent.

@@ -95,6 +95,12 @@ std::vector<HostWindow::Child> HostWindow::children() const {
     return found;
 }
 
+void HostWindow::resizeChild(int width, int height) {
+    XResizeWindow(display, childrenOf(display, window).at(0), static_cast<unsigned>(width),
+                  static_cast<unsigned>(height));
+    XSync(display, False);
+}
+
 ScreenPart screenAt(int left, int top) {
     Display* const display = openDisplay();
     XImage* const image = XGetImage(display, DefaultRootWindow(display), left, top,

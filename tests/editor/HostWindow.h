@@ -52,6 +52,9 @@ public:
     };
     std::vector<Child> children() const;
 
+    // Gives its only child another size, in pixels.
+    void resizeChild(int width, int height);
+
     // What the screen shows where it lies, whatever lies there.
     ScreenPart screen() const { return screenAt(left_, top_); }
 

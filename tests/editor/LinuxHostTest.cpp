@@ -8,11 +8,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <clocale>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <thread>
@@ -153,6 +155,51 @@ TEST_F(LinuxHostOnScreen, WindowLargerThanTheEditorShowsItAtItsUpperLeft) {
     EXPECT_EQ(window.children().at(0).x, 0);
     EXPECT_EQ(window.children().at(0).y, 0);
     effect.call(effEditClose);
+}
+
+TEST_F(LinuxHostOnScreen, FaceStaysAtTheUpperLeftWhenTheHostResizesTheEditorsWindow) {
+    Effect effect(plugin);
+    HostWindow window(200, 50, 700, 600);
+    effect.call(effEditOpen, 0, window.handle());
+    const auto becomes = [&](const std::function<bool()>& condition) {
+        return idleUntil([&] { effect.call(effEditIdle); }, condition);
+    };
+    ASSERT_TRUE(becomes([&] { return showsFace(window.screen(), kSlapBack); }));
+    const struct {
+        int width, height;
+    } kSizes[] = {{392, 406}, {600, 590}, {344, 420}, {400, 400}, {344, 400}};
+    for (const auto& size : kSizes) {
+        SCOPED_TRACE(size.height);
+        window.resizeChild(size.width, size.height);
+        // Black below, where there is room.
+        const int lowest = std::max(size.height, HostWindow::kHeight) - HostWindow::kHeight;
+        EXPECT_TRUE(becomes([&] {
+            const ScreenPart lowerEnd = screenAt(200, 50 + lowest);
+            return showsFace(window.screen(), kSlapBack) &&
+                   (lowest == 0 || difference(lowerEnd.at(100, 398), {0, 0, 0, 255}) == 0);
+        }));
+    }
+    window.resizeChild(392, 406);
+    ASSERT_TRUE(becomes([&] { return showsFace(window.screen(), kSlapBack); }));
+    const Mouse mouse(200, 50 + HostWindow::kHeight);
+    mouse.moveTo(260, 140);
+    mouse.press();
+    mouse.release();
+    FaceControls switched = kSlapBack;
+    switched[5] = 1;
+    EXPECT_TRUE(becomes([&] { return showsFace(window.screen(), switched); }));
+    effect.call(effEditClose);
+}
+
+TEST_F(LinuxHostOnScreen, FirstDragMayBeOverWithinAMillisecond) {
+    Effect effect(plugin);
+    HostedEditor editor(effect.record);
+    ASSERT_TRUE(editor.shows(kSlapBack));
+    // From the base angle of 85 degrees, 54 points up: step 71, frame 90.
+    editor.mouse.dragAtOnce(178, 226, 178, 280);
+    FaceControls dragged = kSlapBack;
+    dragged[1] = 90;
+    EXPECT_TRUE(editor.shows(dragged));
 }
 
 TEST_F(LinuxHostOnScreen, CloseTakesTheEditorsWindowAway) {

@@ -25,9 +25,13 @@ void xdotool(const std::vector<std::string>& arguments) {
     }
 }
 
-void Mouse::moveTo(int x, int y) const {
+std::vector<std::string> Mouse::movement(int x, int y) const {
     // The pixel above a point's lower edge.
-    xdotool({"mousemove", std::to_string(left_ + x), std::to_string(bottom_ - 1 - y)});
+    return {"mousemove", std::to_string(left_ + x), std::to_string(bottom_ - 1 - y)};
+}
+
+void Mouse::moveTo(int x, int y) const {
+    xdotool(movement(x, y));
 }
 
 void Mouse::press() const {
@@ -36,6 +40,15 @@ void Mouse::press() const {
 
 void Mouse::release() const {
     xdotool({"mouseup", "1"});
+}
+
+void Mouse::dragAtOnce(int fromX, int fromY, int toX, int toY) const {
+    std::vector<std::string> words = movement(fromX, fromY);
+    words.insert(words.end(), {"mousedown", "1"});
+    const std::vector<std::string> way = movement(toX, toY);
+    words.insert(words.end(), way.begin(), way.end());
+    words.insert(words.end(), {"mouseup", "1"});
+    xdotool(words);
 }
 
 bool idleUntil(const std::function<void()>& idle, const std::function<bool()>& done) {

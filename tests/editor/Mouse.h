@@ -17,8 +17,12 @@ public:
     void moveTo(int x, int y) const;
     void press() const;
     void release() const;
+    // Press, movement and release as fast as the screen takes them.
+    void dragAtOnce(int fromX, int fromY, int toX, int toY) const;
 
 private:
+    std::vector<std::string> movement(int x, int y) const;
+
     int left_, bottom_;
 };
 

@@ -137,7 +137,7 @@ protected:
     }
 
     // Where the face lies. Ardour may stretch the editor's window, which is the innermost; the face
-    // stays at its lower left.
+    // stays at its upper left.
     static std::optional<ShownWindow> editor() {
         const std::optional<ShownWindow> outer = pluginWindow();
         const ShownWindow wholeScreen{0, "", 0, 0, XServer::kWidth, XServer::kHeight};
@@ -146,7 +146,6 @@ protected:
             if (outer && outer->contains(window) && wholeScreen.contains(window) &&
                 window.width >= HostWindow::kWidth && window.height >= HostWindow::kHeight) {
                 face = window;
-                face->top += window.height - HostWindow::kHeight;
             }
         }
         return face;
