@@ -5,10 +5,10 @@
 #import "editor/tarnsCustomWindow10.h"
 #include "editor/tveditor13.h"
 #include "plugin/vst2/EffectOpcodes.h"
-#include "tests/editor/ExpectedFace.h"
-#include "tests/editor/Mouse.h"
 #include "tests/editor/RecordingSynth.h"
-#include "tests/editor/XServer.h"
+#include "tests/screen/ExpectedFace.h"
+#include "tests/screen/Mouse.h"
+#include "tests/screen/XServer.h"
 
 #include <objc/runtime.h>
 

@@ -1,7 +1,7 @@
 // An editor in the window of a Linux host: what it shows, and what the mouse makes of it.
-#include "tests/editor/HostedEditor.h"
 #include "tests/editor/RecordingSynth.h"
-#include "tests/editor/XServer.h"
+#include "tests/screen/HostedEditor.h"
+#include "tests/screen/XServer.h"
 #include "tests/support/RandomSeed.h"
 
 #include "editor/tveditor13.h"

@@ -1,7 +1,7 @@
 // The built plug-in's editor under what Linux hosts do to it. Nothing here is linked with anything
 // of the plug-in.
-#include "tests/editor/HostedEditor.h"
-#include "tests/editor/XServer.h"
+#include "tests/screen/HostedEditor.h"
+#include "tests/screen/XServer.h"
 #include "tests/support/LoadedPlugin.h"
 
 #include "plugin/vst2/EffectOpcodes.h"

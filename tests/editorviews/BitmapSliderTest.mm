@@ -2,9 +2,9 @@
 #import "editor/FlatKnobProtocol.h"
 #import "editor/TarnsCustomSlider13.h"
 #import "editor/TarnsCustomSliderCell10.h"
-#include "tests/editor/ExpectedFace.h"
 #include "tests/editorviews/ViewTest.h"
 #include "tests/editorviews/ViewWindow.h"
+#include "tests/screen/ExpectedFace.h"
 
 #include <gmock/gmock.h>
 

@@ -2,10 +2,10 @@
 #include "editor/LoadingWindow.h"
 
 #import "editor/lWindowView9.h"
-#include "tests/editor/ExpectedFace.h"
 #include "tests/editorviews/DrawnTexts.h"
 #include "tests/editorviews/ViewTest.h"
 #include "tests/editorviews/ViewWindow.h"
+#include "tests/screen/ExpectedFace.h"
 
 #include <gmock/gmock.h>
 

@@ -2,10 +2,10 @@
 #import "editor/TarnsCustomDisplayView10.h"
 #import "editor/TarnsUiView13.h"
 #import "editor/sTextView13.h"
-#include "tests/editor/ExpectedFace.h"
 #include "tests/editorviews/DrawnTexts.h"
 #include "tests/editorviews/ViewTest.h"
 #include "tests/editorviews/ViewWindow.h"
+#include "tests/screen/ExpectedFace.h"
 
 #include <gmock/gmock.h>
 

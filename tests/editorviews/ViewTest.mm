@@ -1,7 +1,7 @@
 #include "tests/editorviews/ViewTest.h"
 
 #import "platform/EditorHosting.h"
-#include "tests/editor/XServer.h"
+#include "tests/screen/XServer.h"
 
 #include <stdexcept>
 

@@ -1,7 +1,7 @@
 // A window around one view, without a frame.
 #pragma once
 
-#include "tests/editor/HostWindow.h"
+#include "tests/screen/HostWindow.h"
 
 #import <AppKit/AppKit.h>
 

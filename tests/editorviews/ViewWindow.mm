@@ -1,7 +1,7 @@
 #include "tests/editorviews/ViewWindow.h"
 
-#include "tests/editor/XServer.h"
-#include "tests/editorviews/ScreenGrab.h"
+#include "tests/screen/ScreenPart.h"
+#include "tests/screen/XServer.h"
 
 #import <GNUstepGUI/GSDisplayServer.h>
 

@@ -8,8 +8,8 @@
 #import "editor/lWindowView9.h"
 #import "editor/sTextView13.h"
 #import "platform/EditorHosting.h"
-#include "tests/editor/XServer.h"
 #include "tests/editorviews/ViewWindow.h"
+#include "tests/screen/XServer.h"
 
 #include <CoreFoundation/CFString.h>
 #include <CoreFoundation/CFUserNotification.h>

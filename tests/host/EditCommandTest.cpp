@@ -1,11 +1,11 @@
 // tvhost as a host with a window, on a screen where nobody else is.
-#include "tests/editor/Mouse.h"
-#include "tests/editor/XServer.h"
 #include "tests/host/EditorFace.h"
 #include "tests/host/ProgramRun.h"
-#include "tests/host/ScreenWindow.h"
 #include "tests/host/TemporaryFolder.h"
 #include "tests/host/TestPlugin.h"
+#include "tests/screen/Mouse.h"
+#include "tests/screen/ScreenWindows.h"
+#include "tests/screen/XServer.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -35,10 +35,14 @@ bool comesTrue(const std::function<bool()>& condition) {
     return true;
 }
 
-bool shows(const ScreenWindow& window, const FaceControls& controls) {
+bool shows(const ShownWindow& window, const FaceControls& controls) {
     const ScreenPart expected = expectedFace(controls);
     return comesTrue(
         [&] { return differenceOf(screenAt(window.left, window.top), expected).largest <= 4; });
+}
+
+bool isYellow(int x, int y) {
+    return grabScreen(x, y, 1, 1).at(0, 0) == Pixel{255, 255, 0, 255};
 }
 
 class Edit : public testing::Test {
@@ -83,13 +87,13 @@ class EditStop : public Edit, public testing::WithParamInterface<int> {};
 
 TEST_F(Edit, ShowsTheEditorInAWindowOfItsNameAndSize) {
     ProgramRun run = edit({"--program", "Punk"});
-    const ScreenWindow window = awaitWindow("TvDelay");
+    const ShownWindow window = awaitWindow("TvDelay");
     EXPECT_EQ(window.width, 344);
     EXPECT_EQ(window.height, 400);
-    EXPECT_TRUE(window.sizeIsFixed);
-    EXPECT_EQ(window.programClass, "Tvhost");
+    EXPECT_TRUE(isOfFixedSize(window.handle));
+    EXPECT_EQ(programClassOf(window.handle), "Tvhost");
     EXPECT_TRUE(shows(window, punk()));
-    askToClose(window);
+    askToClose(window.handle);
     expectGoodEnd(run);
 }
 
@@ -97,15 +101,15 @@ TEST_F(Edit, ShowsWhatIsSetBesidesTheProgram) {
     ProgramRun run = edit({"--program", "Punk", "--set", "highPass Type=1"});
     FaceControls controls = punk();
     controls[5] = 1;
-    const ScreenWindow window = awaitWindow("TvDelay");
+    const ShownWindow window = awaitWindow("TvDelay");
     EXPECT_TRUE(shows(window, controls));
-    askToClose(window);
+    askToClose(window.handle);
     expectGoodEnd(run);
 }
 
 TEST_F(Edit, TakesTheMouse) {
     ProgramRun run = edit({"--program", "Punk"});
-    const ScreenWindow window = awaitWindow("TvDelay");
+    const ShownWindow window = awaitWindow("TvDelay");
     ASSERT_TRUE(shows(window, punk()));
     const Mouse mouse(window.left, window.top + window.height);
     // From the base angle of 85 degrees, 54 points up: step 71, frame 90.
@@ -121,23 +125,23 @@ TEST_F(Edit, TakesTheMouse) {
     mouse.release();
     moved[5] = 1;
     EXPECT_TRUE(shows(window, moved));
-    askToClose(window);
+    askToClose(window.handle);
     expectGoodEnd(run);
 }
 
 TEST_F(Edit, ClosesTheEditorBeforeItsWindow) {
     ProgramRun run = painter("Plain");
-    askToClose(awaitWindow(kPainter));
+    askToClose(awaitWindow(kPainter).handle);
     expectGoodEnd(run);
     expectOrderlyClose();
 }
 
 TEST_F(Edit, LetsTheEffectRun) {
     ProgramRun run = painter("Plain");
-    const ScreenWindow window = awaitWindow(kPainter);
+    const ShownWindow window = awaitWindow(kPainter);
     // Green: a tenth of a second has been processed.
-    EXPECT_TRUE(comesTrue([&] { return colourAt(window.left, window.top) == 0xFFFF00u; }));
-    askToClose(window);
+    EXPECT_TRUE(comesTrue([&] { return isYellow(window.left, window.top); }));
+    askToClose(window.handle);
     expectGoodEnd(run);
 }
 
@@ -145,9 +149,10 @@ TEST_F(Edit, FollowsTheSizeThatTheEditorTellsLate) {
     ProgramRun run = painter("Late");
     EXPECT_TRUE(comesTrue([] {
         const auto window = findWindow(kPainter);
-        return window && window->width == 200 && window->height == 100 && window->sizeIsFixed;
+        return window && window->width == 200 && window->height == 100 &&
+               isOfFixedSize(window->handle);
     }));
-    askToClose(awaitWindow(kPainter));
+    askToClose(awaitWindow(kPainter).handle);
     expectGoodEnd(run);
 }
 
@@ -155,10 +160,10 @@ TEST_F(Edit, FollowsTheSizeThatTheEditorAsksFor) {
     ProgramRun run = painter("Growing");
     EXPECT_TRUE(comesTrue([] {
         const auto window = findWindow(kPainter);
-        return window && window->width == 160 && window->height == 90 && window->sizeIsFixed &&
-               colourAt(159, 89) == 0xFFFF00u;
+        return window && window->width == 160 && window->height == 90 &&
+               isOfFixedSize(window->handle) && isYellow(159, 89);
     }));
-    askToClose(awaitWindow(kPainter));
+    askToClose(awaitWindow(kPainter).handle);
     expectGoodEnd(run);
     expectOrderlyClose();
 }

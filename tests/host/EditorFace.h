@@ -1,7 +1,7 @@
 // What the product's editor shows for what its effect is set to.
 #pragma once
 
-#include "tests/editor/ExpectedFace.h"
+#include "tests/screen/ExpectedFace.h"
 #include "tests/support/ReferenceDelay.h"
 
 #include <cstddef>

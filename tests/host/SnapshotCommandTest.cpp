@@ -1,10 +1,10 @@
 // tvhost makes a picture of an editor, on the display there is or on one of its own.
-#include "tests/editor/HostWindow.h"
-#include "tests/editor/XServer.h"
 #include "tests/host/EditorFace.h"
 #include "tests/host/ProgramRun.h"
 #include "tests/host/TemporaryFolder.h"
 #include "tests/host/TestPlugin.h"
+#include "tests/screen/HostWindow.h"
+#include "tests/screen/XServer.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

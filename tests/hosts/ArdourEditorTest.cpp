@@ -1,9 +1,9 @@
 // Ardour in its own window, with a window manager, shows the editor in a plug-in window.
-#include "tests/editor/ExpectedFace.h"
-#include "tests/editor/Mouse.h"
-#include "tests/editor/XServer.h"
 #include "tests/hosts/HostProcess.h"
-#include "tests/hosts/ScreenWindows.h"
+#include "tests/screen/ExpectedFace.h"
+#include "tests/screen/Mouse.h"
+#include "tests/screen/ScreenWindows.h"
+#include "tests/screen/XServer.h"
 
 #include <gtest/gtest.h>
 

@@ -1,12 +1,14 @@
-#include "tests/hosts/ScreenWindows.h"
+#include "tests/screen/ScreenWindows.h"
 
 #include <X11/Xatom.h>
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstring>
 #include <stdexcept>
+#include <thread>
 
 namespace {
 
@@ -51,12 +53,19 @@ public:
         return window;
     }
 
+    // As window managers show it.
     std::string nameOf(Window window) const {
-        char* text = nullptr;
+        Atom type;
+        int format;
+        unsigned long count = 0, rest;
+        unsigned char* data = nullptr;
         std::string name;
-        if (XFetchName(display, window, &text) != 0 && text != nullptr) {
-            name = text;
-            XFree(text);
+        if (XGetWindowProperty(display, window, atom("_NET_WM_NAME"), 0, 1000, False,
+                               atom("UTF8_STRING"), &type, &format, &count, &rest,
+                               &data) == Success &&
+            data != nullptr) {
+            name.assign(reinterpret_cast<const char*>(data), count);
+            XFree(data);
         }
         return name;
     }
@@ -97,6 +106,47 @@ std::vector<ShownWindow> shownWindows() {
     std::vector<ShownWindow> shown;
     screen.addShownBelow(screen.root(), shown);
     return shown;
+}
+
+std::optional<ShownWindow> findWindow(const std::string& name) {
+    for (const ShownWindow& window : shownWindows()) {
+        if (window.name == name) {
+            return window;
+        }
+    }
+    return std::nullopt;
+}
+
+ShownWindow awaitWindow(const std::string& name) {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+    while (std::chrono::steady_clock::now() < end) {
+        if (const std::optional<ShownWindow> window = findWindow(name)) {
+            return *window;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
+    throw std::runtime_error("no window " + name);
+}
+
+std::string programClassOf(unsigned long window) {
+    const Connection screen;
+    XClassHint hint{};
+    if (XGetClassHint(screen.display, window, &hint) == 0) {
+        return "";
+    }
+    const std::string name = hint.res_class;
+    XFree(hint.res_name);
+    XFree(hint.res_class);
+    return name;
+}
+
+bool isOfFixedSize(unsigned long window) {
+    const Connection screen;
+    XSizeHints hints{};
+    long supplied = 0;
+    XGetWMNormalHints(screen.display, window, &hints, &supplied);
+    return (hints.flags & PMinSize) != 0 && (hints.flags & PMaxSize) != 0 &&
+           hints.min_width == hints.max_width && hints.min_height == hints.max_height;
 }
 
 bool windowManagerRuns() {

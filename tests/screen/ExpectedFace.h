@@ -1,7 +1,7 @@
 // The editor's face, put together from the project's pictures.
 #pragma once
 
-#include "tests/editor/HostWindow.h"
+#include "tests/screen/HostWindow.h"
 
 #include <array>
 

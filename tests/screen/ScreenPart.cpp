@@ -1,4 +1,4 @@
-#include "tests/editorviews/ScreenGrab.h"
+#include "tests/screen/ScreenPart.h"
 
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>

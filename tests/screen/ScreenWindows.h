@@ -20,6 +20,17 @@ struct ShownWindow {
 // Those that are mapped with all that they lie in, at any depth.
 std::vector<ShownWindow> shownWindows();
 
+// The first of them that has this name.
+std::optional<ShownWindow> findWindow(const std::string& name);
+
+// The same, after up to a minute. Throws std::runtime_error when it doesn't come.
+ShownWindow awaitWindow(const std::string& name);
+
+// What a window tells window managers: the class of its program, and whether it is of one size
+// only.
+std::string programClassOf(unsigned long window);
+bool isOfFixedSize(unsigned long window);
+
 bool windowManagerRuns();
 
 // The window that the window manager has given the keyboard, 0 for none.

@@ -1,4 +1,4 @@
-#include "tests/editor/XServer.h"
+#include "tests/screen/XServer.h"
 
 #include <csignal>
 #include <cstdlib>

@@ -1,22 +1,11 @@
 // A window of a Linux host, over a connection of its own.
 #pragma once
 
-#include "tests/resources/Picture.h"
+#include "tests/screen/ScreenPart.h"
 
 #include <vector>
 
 struct _XDisplay; // Xlib's own header spoils names that test frameworks use
-
-// What a rectangle of the screen shows.
-struct ScreenPart {
-    int width = 0;
-    int height = 0;
-    std::vector<Pixel> pixels; // rows from the top
-
-    const Pixel& at(int column, int row) const {
-        return pixels[static_cast<std::size_t>(row * width + column)];
-    }
-};
 
 // As much of the screen as an editor takes, from an upper left corner in pixels.
 ScreenPart screenAt(int left, int top);

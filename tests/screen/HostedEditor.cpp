@@ -1,4 +1,4 @@
-#include "tests/editor/HostedEditor.h"
+#include "tests/screen/HostedEditor.h"
 
 #include "plugin/vst2/EffectOpcodes.h"
 

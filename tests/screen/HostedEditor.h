@@ -1,9 +1,9 @@
 // An effect with its editor open in a window of a Linux host.
 #pragma once
 
-#include "tests/editor/ExpectedFace.h"
-#include "tests/editor/HostWindow.h"
-#include "tests/editor/Mouse.h"
+#include "tests/screen/ExpectedFace.h"
+#include "tests/screen/HostWindow.h"
+#include "tests/screen/Mouse.h"
 
 #include "plugin/vst2/AEffect.h"
 

@@ -1,4 +1,4 @@
-#include "tests/editor/Mouse.h"
+#include "tests/screen/Mouse.h"
 
 #include <chrono>
 #include <stdexcept>

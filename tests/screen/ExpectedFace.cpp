@@ -1,4 +1,4 @@
-#include "tests/editor/ExpectedFace.h"
+#include "tests/screen/ExpectedFace.h"
 
 #include <algorithm>
 #include <cmath>

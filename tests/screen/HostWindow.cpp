@@ -1,4 +1,4 @@
-#include "tests/editor/HostWindow.h"
+#include "tests/screen/HostWindow.h"
 
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
@@ -102,23 +102,7 @@ void HostWindow::resizeChild(int width, int height) {
 }
 
 ScreenPart screenAt(int left, int top) {
-    Display* const display = openDisplay();
-    XImage* const image = XGetImage(display, DefaultRootWindow(display), left, top,
-                                    HostWindow::kWidth, HostWindow::kHeight, AllPlanes, ZPixmap);
-    ScreenPart part;
-    part.width = HostWindow::kWidth;
-    part.height = HostWindow::kHeight;
-    for (int row = 0; row < part.height; ++row) {
-        for (int column = 0; column < part.width; ++column) {
-            const unsigned long rgb = XGetPixel(image, column, row);
-            part.pixels.push_back({static_cast<std::uint8_t>(rgb >> 16),
-                                   static_cast<std::uint8_t>(rgb >> 8),
-                                   static_cast<std::uint8_t>(rgb), 255});
-        }
-    }
-    XDestroyImage(image);
-    XCloseDisplay(display);
-    return part;
+    return grabScreen(left, top, HostWindow::kWidth, HostWindow::kHeight);
 }
 
 int windowsOnScreen() {

@@ -1,0 +1,20 @@
+// What a rectangle of the screen shows.
+#pragma once
+
+#include "tests/resources/Picture.h"
+
+#include <cstddef>
+#include <vector>
+
+struct ScreenPart {
+    int width = 0;
+    int height = 0;
+    std::vector<Pixel> pixels; // rows from the top
+
+    const Pixel& at(int column, int row) const {
+        return pixels[static_cast<std::size_t>(row * width + column)];
+    }
+};
+
+// In pixels from the upper left of the screen that DISPLAY names; the rectangle lies on it.
+ScreenPart grabScreen(int left, int top, int width, int height);
