@@ -60,6 +60,8 @@ def _draw_scale(canvas, control):
     for step, angle in enumerate(layout.scale_angles()):
         long = step in (0, layout.SCALE_STEPS) or (control.centred and 2 * step == layout.SCALE_STEPS)
         outer, half_width = (MARK_OUTER_LONG, 0.7) if long else (MARK_OUTER, 0.5)
+        if 2 * step == layout.SCALE_STEPS:
+            half_width = 0.75  # at one pixel a point it lies across two columns, and would be half as bright
         turn = np.deg2rad(angle)
         along, across = dx * np.cos(turn) + dy * np.sin(turn), dy * np.cos(turn) - dx * np.sin(turn)
         mark = np.maximum(np.abs(across) - half_width, np.maximum(MARK_INNER - along, along - outer))
