@@ -199,6 +199,18 @@ TEST_F(Snapshot, RefusesADisplayThatIsNotThere) {
     EXPECT_EQ(folder.entries(), std::vector<std::string>{});
 }
 
+TEST_F(Snapshot, RefusesADisplayWithoutTrueColours) {
+    const XServer server("800x600x8");
+    expectRefusal(take({}, {"DISPLAY=" + server.display()}), "no true colours", "set DISPLAY");
+    EXPECT_EQ(folder.entries(), std::vector<std::string>{});
+}
+
+TEST_F(Snapshot, RefusesADisplayThatIsTooSmall) {
+    const XServer server("300x300x24");
+    expectRefusal(take({}, {"DISPLAY=" + server.display()}), "344 by 400 pixels", "larger display");
+    EXPECT_EQ(folder.entries(), std::vector<std::string>{});
+}
+
 TEST_F(Snapshot, EndsItsServerWithItself) {
     const std::string server =
         pathWithServer("echo $$ > " + folder.file("pid") + "\nexec /usr/bin/Xvfb \"$@\"\n");

@@ -22,7 +22,7 @@ std::string readLine(int descriptor) {
 
 } // namespace
 
-XServer::XServer() {
+XServer::XServer(const std::string& screen) {
     int ends[2];
     if (pipe(ends) != 0) {
         throw std::runtime_error("no pipe for the X server");
@@ -38,7 +38,7 @@ XServer::XServer() {
         // It tells of each display number that is taken.
         dup2(open("/dev/null", O_WRONLY), STDERR_FILENO);
         const std::string descriptor = std::to_string(ends[1]);
-        execlp("Xvfb", "Xvfb", "-displayfd", descriptor.c_str(), "-screen", "0", "1280x800x24",
+        execlp("Xvfb", "Xvfb", "-displayfd", descriptor.c_str(), "-screen", "0", screen.c_str(),
                "-nolisten", "tcp", "-noreset", static_cast<char*>(nullptr));
         _exit(127);
     }

@@ -5,17 +5,18 @@
 
 #include <sys/types.h>
 
-// One screen of 1280 by 800, without a window manager. Ends with the object, or with the test's
+// One screen, without a window manager. Ends with the object, or with the test's
 // process.
 class XServer {
 public:
     // Starts it, waits until it listens and points DISPLAY to it. Throws std::runtime_error when
-    // there is no Xvfb.
-    XServer();
+    // there is no Xvfb. `screen` is width x height x bits a pixel.
+    explicit XServer(const std::string& screen = "1280x800x24");
     ~XServer();
     XServer(const XServer&) = delete;
     XServer& operator=(const XServer&) = delete;
 
+    // Of the screen where nothing else is asked for.
     static constexpr int kWidth = 1280;
     static constexpr int kHeight = 800;
 
