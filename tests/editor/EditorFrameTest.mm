@@ -8,6 +8,7 @@
 #include "tests/editor/RecordingSynth.h"
 #include "tests/screen/ExpectedFace.h"
 #include "tests/screen/Mouse.h"
+#include "tests/screen/SlapBack.h"
 #include "tests/screen/XServer.h"
 
 #include <objc/runtime.h>
@@ -326,7 +327,7 @@ TEST_F(EditorOfView, IsPaintedAndFollowsTheHost) {
         runEvents();
         call(effEditIdle);
     };
-    FaceControls shown{8, 26, 46, 82, 0, 0, 63, 0, 127};
+    FaceControls shown = kSlapBack;
     EXPECT_TRUE(idleUntil(idle, [&] { return showsFace(screenAt(left, top), shown); }));
     synth.getAeffect()->setParameter(synth.getAeffect(), 1, 0.755f);
     shown[1] = 95;

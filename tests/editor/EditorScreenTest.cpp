@@ -1,6 +1,7 @@
 // An editor in the window of a Linux host: what it shows, and what the mouse makes of it.
 #include "tests/editor/RecordingSynth.h"
 #include "tests/screen/HostedEditor.h"
+#include "tests/screen/SlapBack.h"
 #include "tests/screen/XServer.h"
 #include "tests/support/RandomSeed.h"
 
@@ -15,12 +16,6 @@
 #include <thread>
 
 namespace {
-
-// Frames and states of "SlapBack", by parameter, as an editor shows them when it opens.
-constexpr FaceControls kSlapBack{8, 26, 46, 82, 0, 0, 63, 0, 127};
-// What its controls send at the first movement of any of them, by parameter.
-constexpr std::array<float, 9> kSlapBackSent{7 * 0.01f, 21 * 0.01f, 37 * 0.01f, 65 * 0.01f, 0.0f,
-                                             0.0f,      50 * 0.01f, 0.0f,       1.0f};
 
 struct Centre {
     int parameter, x, y;

@@ -1,6 +1,7 @@
 // The built plug-in's editor under what Linux hosts do to it. Nothing here is linked with anything
 // of the plug-in.
 #include "tests/screen/HostedEditor.h"
+#include "tests/screen/SlapBack.h"
 #include "tests/screen/XServer.h"
 #include "tests/support/LoadedPlugin.h"
 
@@ -25,8 +26,6 @@
 #include <unistd.h>
 
 namespace {
-
-constexpr FaceControls kSlapBack{8, 26, 46, 82, 0, 0, 63, 0, 127};
 
 struct Effect {
     explicit Effect(const LoadedPlugin& plugin) : record(plugin.entry()(plainHost)) {}

@@ -3,6 +3,7 @@
 #include "tests/screen/ExpectedFace.h"
 #include "tests/screen/Mouse.h"
 #include "tests/screen/ScreenWindows.h"
+#include "tests/screen/SlapBack.h"
 #include "tests/screen/XServer.h"
 
 #include <gtest/gtest.h>
@@ -21,11 +22,6 @@ namespace {
 
 using Values = std::array<float, 9>; // by parameter
 
-// "SlapBack", as an editor shows it when it opens.
-constexpr FaceControls kSlapBack{8, 26, 46, 82, 0, 0, 63, 0, 127};
-// What its controls send at the first movement of any of them.
-constexpr Values kSlapBackSent{7 * 0.01f, 21 * 0.01f, 37 * 0.01f, 65 * 0.01f, 0.0f,
-                               0.0f,      50 * 0.01f, 0.0f,       1.0f};
 constexpr int kFeedBack = 1;
 constexpr int kLowPassType = 4;
 constexpr ScreenPlace kFeedBackKnob{178, 226}; // points of the editor
