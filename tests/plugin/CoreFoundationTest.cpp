@@ -1,5 +1,5 @@
 // The Linux supply of the few macOS services that the editor frame stands on.
-#include "platform/linux/CFObject.h"
+#include "tests/plugin/CoreFoundationObjects.h"
 
 #include <Carbon/Carbon.h>
 #include <CoreFoundation/CoreFoundation.h>
@@ -14,27 +14,6 @@
 #include <string>
 
 namespace {
-
-class CountedObject : public CFObject {
-public:
-    explicit CountedObject(int* ends) : ends_(ends) {}
-    ~CountedObject() override { ++*ends_; }
-
-private:
-    int* ends_;
-};
-
-CFBundleRef bundleAt(const std::string& path) {
-    const CFURLRef url = CFURLCreateFromFileSystemRepresentation(
-        nullptr, reinterpret_cast<const UInt8*>(path.data()), static_cast<CFIndex>(path.size()),
-        true);
-    if (url == nullptr) {
-        return nullptr;
-    }
-    const CFBundleRef bundle = CFBundleCreate(nullptr, url);
-    CFRelease(url);
-    return bundle;
-}
 
 class CoreFoundationTest : public testing::Test {
 protected:

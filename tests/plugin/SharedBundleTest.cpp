@@ -1,7 +1,5 @@
 // Effects that are made and ended on several threads share one bundle object.
-#include "platform/linux/CFObject.h"
-
-#include <CoreFoundation/CoreFoundation.h>
+#include "tests/plugin/CoreFoundationObjects.h"
 
 #include <gtest/gtest.h>
 
@@ -32,23 +30,6 @@ void onThreads(const std::function<void()>& work) {
     }
 }
 
-class CountedObject : public CFObject {
-public:
-    explicit CountedObject(int* ends) : ends_(ends) {}
-    ~CountedObject() override { ++*ends_; }
-
-private:
-    int* ends_;
-};
-
-CFBundleRef bundleOfTheRoot() {
-    const UInt8 path = '/';
-    const CFURLRef url = CFURLCreateFromFileSystemRepresentation(nullptr, &path, 1, true);
-    const CFBundleRef bundle = CFBundleCreate(nullptr, url);
-    CFRelease(url);
-    return bundle;
-}
-
 } // namespace
 
 TEST(SharedBundle, NoOwnerIsLostOrInventedAmongThreads) {
@@ -66,11 +47,11 @@ TEST(SharedBundle, NoOwnerIsLostOrInventedAmongThreads) {
 }
 
 TEST(SharedBundle, ThreadsFindTheObjectThatLives) {
-    const CFBundleRef owned = bundleOfTheRoot();
+    const CFBundleRef owned = bundleAt("/");
     std::atomic<int> others{0};
     onThreads([&] {
         for (int round = 0; round < 5000; ++round) {
-            const CFBundleRef found = bundleOfTheRoot();
+            const CFBundleRef found = bundleAt("/");
             others += found != owned ? 1 : 0;
             CFRelease(found);
         }
@@ -83,7 +64,7 @@ TEST(SharedBundle, ThreadsMakeAndEndItInTurns) {
     std::atomic<int> missing{0};
     onThreads([&] {
         for (int round = 0; round < 20000; ++round) {
-            const CFBundleRef found = bundleOfTheRoot();
+            const CFBundleRef found = bundleAt("/");
             missing += found == nullptr ? 1 : 0;
             CFRelease(found);
         }
