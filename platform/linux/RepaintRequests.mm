@@ -6,15 +6,25 @@
 #import "editor/ControlPoint13.h"
 #import "editor/TarnsUiView13.h"
 
-@implementation ControlPoint13 (RepaintRequests)
+namespace {
 
-- (void)setNeedsDisplay:(BOOL)needed {
+// `mark` is AppKit's own, for its own thread.
+template <typename Mark>
+void requestPainting(Mark mark) {
     [TarnsEditorThread requestRepaint];
     if ([TarnsEditorThread isCurrent]) {
         @autoreleasepool {
-            [super setNeedsDisplay:needed];
+            mark();
         }
     }
+}
+
+} // namespace
+
+@implementation ControlPoint13 (RepaintRequests)
+
+- (void)setNeedsDisplay:(BOOL)needed {
+    requestPainting([&] { [super setNeedsDisplay:needed]; });
 }
 
 @end
@@ -22,12 +32,7 @@
 @implementation TarnsUiView13 (RepaintRequests)
 
 - (void)setNeedsDisplay:(BOOL)needed {
-    [TarnsEditorThread requestRepaint];
-    if ([TarnsEditorThread isCurrent]) {
-        @autoreleasepool {
-            [super setNeedsDisplay:needed];
-        }
-    }
+    requestPainting([&] { [super setNeedsDisplay:needed]; });
 }
 
 @end
