@@ -43,7 +43,7 @@ void EditCommand::run() {
     options.settings.apply(effect);
 
     HostedEditor editor(effect, EditorWindow::Kind::Managed);
-    editor.repeat(options.settings);
+    editor.applyAgain(options.settings);
     Clock::time_point last = Clock::now();
     while (!stop.made() && !editor.window().closed()) {
         const Clock::time_point now = Clock::now();

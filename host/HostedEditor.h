@@ -30,7 +30,7 @@ public:
 
     // Sets the effect once more to what it was set to before the editor opened: controls may show
     // nothing but changes. Throws UserError as EffectSettings::apply() does.
-    void repeat(const EffectSettings& settings) { settings.apply(effect); }
+    void applyAgain(const EffectSettings& settings) { settings.apply(effect); }
 
     // Lets the effect process `frames` frames of silence, then gives its editor time.
     void advance(int frames);

@@ -77,7 +77,7 @@ void SnapshotCommand::run() {
     ScreenPicture picture;
     {
         HostedEditor editor(effect, EditorWindow::Kind::Bare);
-        editor.repeat(options.settings);
+        editor.applyAgain(options.settings);
         picture = settledPicture(editor, effect.name());
     }
     file.write(picture);
