@@ -10,10 +10,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <csignal>
 #include <functional>
-#include <thread>
 
 using testing::HasSubstr;
 
@@ -26,13 +24,7 @@ FaceControls punk() {
 }
 
 bool comesTrue(const std::function<bool()>& condition) {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(1);
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > end)
-            return false;
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    }
-    return true;
+    return idleUntil([] {}, condition);
 }
 
 bool shows(const ShownWindow& window, const FaceControls& controls) {
