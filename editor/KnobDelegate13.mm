@@ -42,6 +42,12 @@ FlatKnob13* newKnob(const ControlPlace& place, NSMutableArray* images) {
                               pointerToArray:images];
 }
 
+TarnsCustomImageView13* newSwitch(const ControlPlace& place, NSImage* off, NSImage* on) {
+    return [[TarnsCustomImageView13 alloc] initWithFrameAndImages:frameOf(place)
+                                                         imageOne:off
+                                                         imageTwo:on];
+}
+
 } // namespace
 
 @implementation KnobDelegate13
@@ -101,16 +107,10 @@ FlatKnob13* newKnob(const ControlPlace& place, NSMutableArray* images) {
 - (void)createSwitches {
     NSImage* const off = imageNamed(@"switchoff");
     NSImage* const on = imageNamed(@"switchon");
-    lowPassSwitch =
-        [[TarnsCustomImageView13 alloc] initWithFrameAndImages:frameOf(kLowPassSwitchPlace)
-                                                      imageOne:off
-                                                      imageTwo:on];
+    lowPassSwitch = newSwitch(kLowPassSwitchPlace, off, on);
     [lowPassSwitch setDelegate:self];
     [MainView addSubview:lowPassSwitch];
-    highPassSwitch =
-        [[TarnsCustomImageView13 alloc] initWithFrameAndImages:frameOf(kHighPassSwitchPlace)
-                                                      imageOne:off
-                                                      imageTwo:on];
+    highPassSwitch = newSwitch(kHighPassSwitchPlace, off, on);
     [highPassSwitch setDelegate:self];
     [MainView addSubview:highPassSwitch];
 }
