@@ -1,6 +1,6 @@
 // Which bundle the editors hold, and how often.
 #include "editor/BundlePath.h"
-#include "platform/linux/CFObject.h"
+#include "tests/plugin/CoreFoundationObjects.h"
 #include "tests/plugin/OpenEditor.h"
 #include "tests/plugin/PlainEffect.h"
 
@@ -18,15 +18,9 @@ extern char** environ;
 
 namespace {
 
-class CountedObject : public CFObject {
-public:
-    explicit CountedObject(int* ends) : ends_(ends) {}
-    ~CountedObject() override { ++*ends_; }
-    CFBundleRef asBundle() { return reinterpret_cast<CFBundleRef>(static_cast<CFObject*>(this)); }
-
-private:
-    int* ends_;
-};
+CFBundleRef asBundle(CFObject* object) {
+    return reinterpret_cast<CFBundleRef>(object);
+}
 
 // This program's bundle, as its path gives it, with one owner of its own.
 CFBundleRef ownBundle() {
@@ -35,18 +29,7 @@ CFBundleRef ownBundle() {
         return nullptr;
     }
     const auto path = bundlePathOf(info.dli_fname);
-    if (!path) {
-        return nullptr;
-    }
-    const CFURLRef url = CFURLCreateFromFileSystemRepresentation(
-        nullptr, reinterpret_cast<const UInt8*>(path->data()), static_cast<CFIndex>(path->size()),
-        true);
-    if (url == nullptr) {
-        return nullptr;
-    }
-    const CFBundleRef bundle = CFBundleCreate(nullptr, url);
-    CFRelease(url);
-    return bundle;
+    return path ? bundleAt(*path) : nullptr;
 }
 
 struct ProbeResult {
@@ -134,10 +117,10 @@ TEST(EffectBundle, EachDestructorReleasesWhatItFindsAndLeavesItThere) {
         CFRelease(AEffGUIEditor::effectBundle);
     }
 
-    AEffGUIEditor::effectBundle = stand->asBundle();
+    AEffGUIEditor::effectBundle = asBundle(stand);
     first.reset();
     EXPECT_EQ(ends, 0);
-    EXPECT_EQ(AEffGUIEditor::effectBundle, stand->asBundle());
+    EXPECT_EQ(AEffGUIEditor::effectBundle, asBundle(stand));
     second.reset();
     EXPECT_EQ(ends, 1);
     AEffGUIEditor::effectBundle = nullptr;
