@@ -22,8 +22,9 @@ Automation::Automation(const EffectInstance& effect, const std::vector<std::stri
     for (const std::string& text : texts) {
         const std::string where = "--automate " + text;
         const std::size_t sign = text.rfind('=');
-        if (sign == std::string::npos || sign == 0 || sign + 1 == text.size())
+        if (sign == std::string::npos || sign == 0 || sign + 1 == text.size()) {
             throw UserError(where + ": give NAME=T:V,T:V,..., such as Mix=0:0.2,1.5:0.8");
+        }
         const int parameter = findParameter(effect, text.substr(0, sign));
         std::string rest = text.substr(sign + 1) + ",";
         while (!rest.empty()) {
@@ -40,20 +41,23 @@ Automation::Automation(const EffectInstance& effect, const std::vector<std::stri
 Automation::Point Automation::pointFrom(const std::string& text, const std::string& where,
                                         int parameter, double sampleRate) {
     const std::size_t colon = text.find(':');
-    if (colon == std::string::npos)
+    if (colon == std::string::npos) {
         throw UserError(where + ": \"" + text +
                         "\" is no point; give T:V, seconds and a number from 0 to 1");
+    }
     const std::string time = text.substr(0, colon);
     const auto seconds = parseNumber(time);
-    if (!seconds || *seconds < 0.0 || *seconds > kLatestTime)
+    if (!seconds || *seconds < 0.0 || *seconds > kLatestTime) {
         throw UserError(where + ": \"" + time + "\" is no time; give seconds, 0 or more");
+    }
     return {std::llround(*seconds * sampleRate), parameter,
             normalisedValue(text.substr(colon + 1), where)};
 }
 
 void Automation::apply(EffectInstance& effect, std::int64_t frame) {
-    for (; next < points.size() && points[next].frame <= frame; ++next)
+    for (; next < points.size() && points[next].frame <= frame; ++next) {
         effect.setParameter(points[next].parameter, points[next].value);
+    }
 }
 
 std::int64_t Automation::framesUntilNext(std::int64_t frame, std::int64_t limit) const {

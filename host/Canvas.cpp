@@ -44,8 +44,9 @@ void Canvas::stroke(const Colour& colour, double width, double dash) {
     setColour(colour);
     cairo_set_line_width(cairo, width);
     cairo_set_line_join(cairo, CAIRO_LINE_JOIN_ROUND);
-    if (dash > 0.0)
+    if (dash > 0.0) {
         cairo_set_dash(cairo, &dash, 1, 0.0);
+    }
     cairo_stroke(cairo);
     cairo_set_dash(cairo, nullptr, 0, 0.0);
 }
@@ -65,8 +66,9 @@ double Canvas::textWidth(const std::string& words, double size, Weight weight) {
 
 void Canvas::text(double x, double y, const std::string& words, double size, const Colour& colour,
                   Align align, Weight weight) {
-    if (align != Align::Left)
+    if (align != Align::Left) {
         x -= textWidth(words, size, weight) * (align == Align::Centre ? 0.5 : 1.0);
+    }
     setFont(size, weight);
     setColour(colour);
     cairo_move_to(cairo, x, y);
@@ -84,14 +86,16 @@ void Canvas::uprightText(double x, double y, const std::string& words, double si
 }
 
 std::string Canvas::fitted(const std::string& words, double size, Weight weight, double width) {
-    if (textWidth(words, size, weight) <= width)
+    if (textWidth(words, size, weight) <= width) {
         return words;
+    }
     std::string kept = words;
     const std::string ellipsis = "\u2026";
     while (!kept.empty() && textWidth(kept + ellipsis, size, weight) > width) {
         // A character goes with all of its bytes.
-        while (kept.size() > 1 && (static_cast<unsigned char>(kept.back()) & 0xC0u) == 0x80u)
+        while (kept.size() > 1 && (static_cast<unsigned char>(kept.back()) & 0xC0u) == 0x80u) {
             kept.pop_back();
+        }
         kept.pop_back();
     }
     return kept + ellipsis;

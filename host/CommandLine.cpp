@@ -60,20 +60,25 @@ int runCommandLine(int argc, const char* const* argv) {
 
     try {
         app.parse(argc, argv);
-        for (const auto& [declared, command] : commands)
-            if (declared->parsed())
+        for (const auto& [declared, command] : commands) {
+            if (declared->parsed()) {
                 command->run();
+            }
+        }
         // A full disk behind standard output is as much a failure as any other.
         std::cout.flush();
-        if (!std::cout)
+        if (!std::cout) {
             return refuse("standard output cannot be written; give one with room for the answer");
+        }
         return 0;
     } catch (const CLI::ParseError& error) {
-        if (error.get_exit_code() == 0)
+        if (error.get_exit_code() == 0) {
             return app.exit(error);
+        }
         const std::vector<CLI::App*> given = app.get_subcommands();
-        if (given.empty())
+        if (given.empty()) {
             return refuse(commandMissing(app) + "; see 'tvhost --help'");
+        }
         return refuse(std::string(error.what()) + "; see 'tvhost " + given.front()->get_name() +
                       " --help'");
     } catch (const UserError& error) {

@@ -22,15 +22,18 @@ std::vector<float> envelopeOf(const std::vector<float>& response, std::int64_t h
     std::deque<std::int64_t> falling; // candidates, each smaller than the one before
     for (std::int64_t i = 0; i < size + hold; ++i) {
         if (i < size) {
-            while (!falling.empty() && magnitude(falling.back()) <= magnitude(i))
+            while (!falling.empty() && magnitude(falling.back()) <= magnitude(i)) {
                 falling.pop_back();
+            }
             falling.push_back(i);
         }
         const std::int64_t centre = i - hold;
-        if (centre < 0)
+        if (centre < 0) {
             continue;
-        while (falling.front() < centre - hold)
+        }
+        while (falling.front() < centre - hold) {
             falling.pop_front();
+        }
         envelope[static_cast<std::size_t>(centre)] = magnitude(falling.front());
     }
     return envelope;
@@ -80,8 +83,9 @@ EchoAnalysis::EchoAnalysis(const std::vector<float>& response, double sampleRate
             valley = i;
         }
     }
-    if (highest > 0.0)
+    if (highest > 0.0) {
         close(begin, size);
+    }
     direct = !found.empty() && found.front().frame <= hold;
 }
 

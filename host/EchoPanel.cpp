@@ -49,11 +49,13 @@ void EchoPanel::drawLevels(Canvas& canvas, int input) const {
         const double x = area.x + column * kColumnWidth;
         float highest = 0.0f;
         const std::int64_t end = frameAt(x + kColumnWidth);
-        for (std::int64_t frame = frameAt(x); frame < end; ++frame)
+        for (std::int64_t frame = frameAt(x); frame < end; ++frame) {
             highest = std::max(highest, std::abs(path[static_cast<std::size_t>(frame)]));
+        }
         const double decibel = decibels(static_cast<double>(highest));
-        if (decibel <= level.from())
+        if (decibel <= level.from()) {
             continue;
+        }
         const double y = level.at(decibel);
         // Wide enough to be seen when it stands alone.
         const double width = 2.0 * kColumnWidth;
@@ -71,11 +73,13 @@ void EchoPanel::drawMarks(Canvas& canvas) const {
     std::vector<Mark> marks;
     for (int input = 0; input < measurement.response().inputs(); ++input) {
         const EchoAnalysis& echoes = measurement.echoes(input, output);
-        for (const Echo& echo : echoes.arrivals())
+        for (const Echo& echo : echoes.arrivals()) {
             if (static_cast<double>(echo.frame) / rate <= time.to() &&
-                decibels(echo.level) >= level.from())
+                decibels(echo.level) >= level.from()) {
                 marks.push_back(
                     {input, &echo, echoes.hasDirect() && &echo == &echoes.arrivals().front()});
+            }
+        }
     }
     std::stable_sort(marks.begin(), marks.end(),
                      [](const Mark& a, const Mark& b) { return a.echo->frame < b.echo->frame; });
@@ -91,8 +95,9 @@ void EchoPanel::drawMarks(Canvas& canvas) const {
         const double width = std::max(canvas.textWidth(when, kLabelSize, Weight::Bold),
                                       canvas.textWidth(howLoud, kLabelSize));
         const double left = std::clamp(x - width / 2.0, area.x + 3.0, area.right() - width - 3.0);
-        if (left < labelsEnd + kLabelGap)
+        if (left < labelsEnd + kLabelGap) {
             continue;
+        }
         labelsEnd = left + width;
         const double centre = left + width / 2.0;
         canvas.text(centre, y - 18.0, when, kLabelSize, style::kInk, Align::Centre, Weight::Bold);
@@ -111,13 +116,15 @@ void EchoPanel::draw(Canvas& canvas, bool timeLabels) const {
     for (const double seconds : time.ticks(12)) {
         const double x = time.at(seconds);
         canvas.line(x, area.y, x, area.bottom(), style::kGrid, 0.8);
-        if (timeLabels)
+        if (timeLabels) {
             canvas.text(x, area.bottom() + 14.0, tickText(seconds * 1000.0), kAxisSize,
                         style::kMuted, Align::Centre);
+        }
     }
     canvas.clip(area);
-    for (int input = 0; input < measurement.response().inputs(); ++input)
+    for (int input = 0; input < measurement.response().inputs(); ++input) {
         drawLevels(canvas, input);
+    }
     canvas.unclip();
     canvas.frame(area, style::kFrame, 1.0);
     drawMarks(canvas);
@@ -125,11 +132,13 @@ void EchoPanel::draw(Canvas& canvas, bool timeLabels) const {
 
 void EchoPanel::drawSmall(Canvas& canvas, const std::string& name) const {
     canvas.fill(area, style::kBand);
-    for (const double seconds : time.ticks(4))
+    for (const double seconds : time.ticks(4)) {
         canvas.line(time.at(seconds), area.y, time.at(seconds), area.bottom(), style::kGrid, 0.7);
+    }
     canvas.clip(area);
-    for (int input = 0; input < measurement.response().inputs(); ++input)
+    for (int input = 0; input < measurement.response().inputs(); ++input) {
         drawLevels(canvas, input);
+    }
     canvas.unclip();
     canvas.line(area.x, area.bottom(), area.right(), area.bottom(), style::kFrame, 0.8);
     canvas.text(area.right() - 4.0, area.y + 11.0, name, kSmallSize, style::kMuted, Align::Right);

@@ -37,13 +37,15 @@ Display* openDisplay() {
     XSetErrorHandler(ignoreError);
     XSetIOErrorHandler(serverGone);
     const char* const name = std::getenv("DISPLAY");
-    if (!name || !*name)
+    if (!name || !*name) {
         throw UserError("there is no display to show an editor on; set DISPLAY to one, such as :0, "
                         "or make a picture with 'tvhost snapshot'");
+    }
     Display* const display = XOpenDisplay(nullptr);
-    if (!display)
+    if (!display) {
         throw UserError(std::string("the display \"") + name +
                         "\" cannot be opened; set DISPLAY to one that can, such as :0");
+    }
     return display;
 }
 
@@ -99,8 +101,9 @@ EditorWindow::EditorWindow(const std::string& title, EditorSize size, Kind kind)
 }
 
 EditorWindow::~EditorWindow() {
-    if (!gone)
+    if (!gone) {
         XDestroyWindow(display, window);
+    }
     XCloseDisplay(display);
 }
 
@@ -130,8 +133,9 @@ bool EditorWindow::holdsWindow() const {
     Window* children = nullptr;
     unsigned count = 0;
     const bool told = XQueryTree(display, window, &root, &parent, &children, &count) != 0;
-    if (children)
+    if (children) {
         XFree(children);
+    }
     return told && count > 0;
 }
 
@@ -139,11 +143,14 @@ bool EditorWindow::closed() {
     while (XPending(display) > 0) {
         XEvent event;
         XNextEvent(display, &event);
-        if (event.type == DestroyNotify && event.xdestroywindow.window == window)
+        if (event.type == DestroyNotify && event.xdestroywindow.window == window) {
             gone = true;
+        }
         if (event.type == ClientMessage && event.xclient.window == window &&
-            event.xclient.format == 32 && static_cast<Atom>(event.xclient.data.l[0]) == deleteWord)
+            event.xclient.format == 32 &&
+            static_cast<Atom>(event.xclient.data.l[0]) == deleteWord) {
             closing = true;
+        }
     }
     return gone || closing;
 }
@@ -156,22 +163,24 @@ void EditorWindow::wait(std::chrono::milliseconds longest) const {
 ScreenPicture EditorWindow::picture() const {
     XImage* const image = XGetImage(display, window, 0, 0, static_cast<unsigned>(current.width),
                                     static_cast<unsigned>(current.height), AllPlanes, ZPixmap);
-    if (!image)
+    if (!image) {
         throw UserError("the editor, " + std::to_string(current.width) + " by " +
                         std::to_string(current.height) +
                         " pixels, is not all on the screen; give a larger display");
+    }
     ScreenPicture picture;
     picture.width = current.width;
     picture.height = current.height;
     picture.pixels.reserve(static_cast<std::size_t>(current.width) *
                            static_cast<std::size_t>(current.height));
-    for (int row = 0; row < current.height; ++row)
+    for (int row = 0; row < current.height; ++row) {
         for (int column = 0; column < current.width; ++column) {
             const unsigned long pixel = XGetPixel(image, column, row);
             picture.pixels.push_back(channel(pixel, image->red_mask) << 16 |
                                      channel(pixel, image->green_mask) << 8 |
                                      channel(pixel, image->blue_mask));
         }
+    }
     XDestroyImage(image);
     return picture;
 }

@@ -40,16 +40,18 @@ std::string categoryName(std::int32_t category) {
 
 std::string fourCharacters(VstInt32 id) {
     std::string text;
-    for (int shift = 24; shift >= 0; shift -= 8)
+    for (int shift = 24; shift >= 0; shift -= 8) {
         text += static_cast<char>(static_cast<std::uint32_t>(id) >> shift & 0xFFu);
+    }
     return plainText(text);
 }
 
 // The double whose shortest decimal form is that of the float. JSON has no word for what is not
 // finite.
 nlohmann::ordered_json jsonValue(float value) {
-    if (!std::isfinite(value))
+    if (!std::isfinite(value)) {
         return nullptr;
+    }
     char text[64];
     const auto end = std::to_chars(text, text + sizeof text, value).ptr;
     double result = 0.0;
@@ -66,9 +68,11 @@ public:
 
     std::string text() const {
         std::vector<std::size_t> widths(right.size());
-        for (const auto& row : rows)
-            for (std::size_t c = 0; c < row.size(); ++c)
+        for (const auto& row : rows) {
+            for (std::size_t c = 0; c < row.size(); ++c) {
                 widths[c] = std::max(widths[c], columnsOf(row[c]));
+            }
+        }
         std::string result;
         for (const auto& row : rows) {
             std::string line;
@@ -110,30 +114,35 @@ nlohmann::ordered_json describe(const EffectInstance& effect) {
     json["initialDelay"] = record.initialDelay;
     json["tailSize"] = effect.tailSize();
     json["flags"] = nlohmann::ordered_json::object();
-    for (const NamedFlag& flag : kFlags)
+    for (const NamedFlag& flag : kFlags) {
         json["flags"][flag.key] = (record.flags & flag.bit) != 0;
+    }
     json["currentProgram"] = effect.currentProgram();
     json["parameters"] = nlohmann::ordered_json::array();
-    for (int i = 0; i < effect.parameterCount(); ++i)
+    for (int i = 0; i < effect.parameterCount(); ++i) {
         json["parameters"].push_back({{"index", i},
                                       {"name", effect.parameterName(i)},
                                       {"value", jsonValue(effect.parameter(i))},
                                       {"display", effect.parameterDisplay(i)},
                                       {"label", effect.parameterLabel(i)},
                                       {"automatable", effect.isAutomatable(i)}});
+    }
     json["programs"] = nlohmann::ordered_json::array();
     const std::vector<std::string> names = effect.programNames();
-    for (std::size_t i = 0; i < names.size(); ++i)
+    for (std::size_t i = 0; i < names.size(); ++i) {
         json["programs"].push_back({{"index", i}, {"name", names[i]}});
+    }
     return json;
 }
 
 std::string describeForReading(const EffectInstance& effect) {
     const AEffect& record = effect.record();
     std::string flags;
-    for (const NamedFlag& flag : kFlags)
-        if (record.flags & flag.bit)
+    for (const NamedFlag& flag : kFlags) {
+        if (record.flags & flag.bit) {
             flags += (flags.empty() ? "" : ", ") + std::string(flag.words);
+        }
+    }
 
     Table identity({false, false});
     identity.add({"product", orDash(effect.productName())});
@@ -154,8 +163,9 @@ std::string describeForReading(const EffectInstance& effect) {
     const int parameters = effect.parameterCount();
     text += "\nParameters (" + std::to_string(parameters) + ")\n";
     Table parameterTable({true, false, true, true, false});
-    if (parameters > 0)
+    if (parameters > 0) {
         parameterTable.add({"#", "name", "value", "display", "label"});
+    }
     for (int i = 0; i < parameters; ++i) {
         parameterTable.add({std::to_string(i), orDash(effect.parameterName(i)),
                             fixedNumber(effect.parameter(i), 6), effect.parameterDisplay(i),
@@ -167,8 +177,9 @@ std::string describeForReading(const EffectInstance& effect) {
     text += "\nPrograms (" + std::to_string(names.size()) + "), current " +
             std::to_string(effect.currentProgram()) + "\n";
     Table programTable({true, false});
-    for (std::size_t i = 0; i < names.size(); ++i)
+    for (std::size_t i = 0; i < names.size(); ++i) {
         programTable.add({std::to_string(i), orDash(names[i])});
+    }
     return text + programTable.text();
 }
 

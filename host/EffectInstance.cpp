@@ -30,13 +30,15 @@ EffectInstance::EffectInstance(std::shared_ptr<const PluginModule> module)
     : plugin(std::move(module)), host(plugin->file().parent_path().string()),
       effect(plugin->createEffect(HostCallback::entry)) {
     const std::string file = plugin->file().string();
-    if (!effect)
+    if (!effect) {
         throw UserError(file + " made no effect: its VSTPluginMain answered null; "
                                "give a plug-in that works with a VST 2.4 host");
+    }
     if (effect->magic != kEffectMagic || !effect->dispatcher || !effect->setParameter ||
-        !effect->getParameter)
+        !effect->getParameter) {
         throw UserError(file + " answered with something that is no VST 2 effect; "
                                "give a VST 2 bundle or .so");
+    }
     host.bind(*effect);
     dispatch(effOpen);
     names = readProgramNames();
@@ -71,9 +73,11 @@ int EffectInstance::programCount() const {
 }
 
 std::string EffectInstance::name() const {
-    for (const std::string& candidate : {effectName(), productName()})
-        if (!candidate.empty())
+    for (const std::string& candidate : {effectName(), productName()}) {
+        if (!candidate.empty()) {
             return candidate;
+        }
+    }
     return plugin->file().stem().string();
 }
 
@@ -92,8 +96,9 @@ std::vector<std::string> EffectInstance::readProgramNames() const {
         }
         result.push_back(contents(buffer));
     }
-    if (visited)
+    if (visited) {
         dispatch(effSetProgram, 0, current);
+    }
     return result;
 }
 
@@ -105,15 +110,18 @@ void EffectInstance::setProgram(int index) {
 
 void EffectInstance::requireAudio() const {
     const auto fits = [](int channels) { return channels == 1 || channels == 2; };
-    if (effect->numInputs == 0)
+    if (effect->numInputs == 0) {
         throw UserError(name() + " takes no sound in; give an effect, not an instrument");
-    if (!fits(effect->numInputs) || !fits(effect->numOutputs))
+    }
+    if (!fits(effect->numInputs) || !fits(effect->numOutputs)) {
         throw UserError(name() + " has " + channelCount(effect->numInputs) + " in and " +
                         std::to_string(effect->numOutputs) +
                         " out; tvhost drives effects of one or two channels each");
-    if (!canReplace())
+    }
+    if (!canReplace()) {
         throw UserError(name() + " can only add to its output; "
                                  "tvhost drives effects that can replace it");
+    }
 }
 
 bool EffectInstance::canReplace() const {
@@ -123,8 +131,9 @@ bool EffectInstance::canReplace() const {
 EditorSize EffectInstance::editorSize() const {
     ERect* rectangle = nullptr;
     dispatch(effEditGetRect, 0, 0, &rectangle);
-    if (!rectangle)
+    if (!rectangle) {
         return {};
+    }
     return {rectangle->right - rectangle->left, rectangle->bottom - rectangle->top};
 }
 
@@ -142,19 +151,22 @@ void EffectInstance::start(double sampleRate, int blockSize) {
 
     // Effects may take up a new rate only when they process, and write parameters anew as they do.
     // A block without frames lets that happen before anything is set.
-    if (!canReplace())
+    if (!canReplace()) {
         return;
+    }
     std::vector<float> silence(
         static_cast<std::size_t>(std::max({inputCount(), outputCount(), 1})));
     std::vector<float*> channels;
-    for (float& sample : silence)
+    for (float& sample : silence) {
         channels.push_back(&sample);
+    }
     process(channels.data(), channels.data(), 0);
 }
 
 void EffectInstance::stop() {
-    if (!running)
+    if (!running) {
         return;
+    }
     running = false;
     dispatch(effStopProcess);
     dispatch(effMainsChanged, 0, 0);

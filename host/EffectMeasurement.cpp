@@ -38,11 +38,14 @@ EffectMeasurement::EffectMeasurement(const std::shared_ptr<const PluginModule>& 
         program = current;
         programText = names[static_cast<std::size_t>(current)];
     }
-    for (int i = 0; i < instance.parameterCount(); ++i)
+    for (int i = 0; i < instance.parameterCount(); ++i) {
         texts.push_back(describe(instance, i));
-    for (int in = 0; in < impulse.inputs(); ++in)
-        for (int out = 0; out < impulse.outputs(); ++out)
+    }
+    for (int in = 0; in < impulse.inputs(); ++in) {
+        for (int out = 0; out < impulse.outputs(); ++out) {
             analyses.emplace_back(impulse.path(in, out), kSampleRate);
+        }
+    }
 }
 
 const EchoAnalysis& EffectMeasurement::echoes(int input, int output) const {
@@ -57,12 +60,14 @@ EffectMeasurement::Path EffectMeasurement::leadingPath() const {
     for (int in = 0; in < impulse.inputs(); ++in) {
         for (int out = 0; out < impulse.outputs(); ++out) {
             const EchoAnalysis& path = echoes(in, out);
-            if (path.arrivals().empty())
+            if (path.arrivals().empty()) {
                 continue;
+            }
             const bool echo = path.echoCount() > 0;
             const double candidate = (echo ? path.echo(0) : path.arrivals().front()).level;
-            if (echo < hasEcho || (echo == hasEcho && candidate <= level))
+            if (echo < hasEcho || (echo == hasEcho && candidate <= level)) {
                 continue;
+            }
             hasEcho = echo;
             level = candidate;
             strongest = {in, out};

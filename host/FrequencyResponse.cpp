@@ -21,22 +21,25 @@ constexpr std::size_t kShortestTransform = 32768;
 
 FrequencyResponse::FrequencyResponse(const float* samples, std::size_t count, double sampleRate) {
     std::size_t size = kShortestTransform;
-    while (size < count)
+    while (size < count) {
         size *= 2;
+    }
     std::vector<kiss_fft_scalar> padded(size);
     std::copy(samples, samples + count, padded.begin());
 
     const std::unique_ptr<kiss_fftr_state, void (*)(void*)> transform(
         kiss_fftr_alloc(static_cast<int>(size), 0, nullptr, nullptr), std::free);
-    if (!transform)
+    if (!transform) {
         throw std::bad_alloc();
+    }
     std::vector<kiss_fft_cpx> bins(size / 2 + 1);
     kiss_fftr(transform.get(), padded.data(), bins.data());
 
     hertzPerBin = sampleRate / static_cast<double>(size);
     magnitudes.reserve(bins.size());
-    for (const kiss_fft_cpx& bin : bins)
+    for (const kiss_fft_cpx& bin : bins) {
         magnitudes.push_back(std::hypot(static_cast<double>(bin.r), static_cast<double>(bin.i)));
+    }
 }
 
 double FrequencyResponse::decibelsAt(double hertz) const {

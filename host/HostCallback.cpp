@@ -37,8 +37,9 @@ enum TimeInfoFlags : VstInt32 {
 thread_local HostCallback* underConstruction = nullptr;
 
 VstIntPtr giveText(void* ptr, const char* text, std::size_t limit) {
-    if (!ptr)
+    if (!ptr) {
         return 0;
+    }
     const std::size_t length = std::min(std::strlen(text), limit);
     std::memcpy(ptr, text, length);
     static_cast<char*>(ptr)[length] = 0;
@@ -46,8 +47,9 @@ VstIntPtr giveText(void* ptr, const char* text, std::size_t limit) {
 }
 
 VstIntPtr canDo(const void* ptr) {
-    if (!ptr)
+    if (!ptr) {
         return 0;
+    }
     const std::string_view ability = static_cast<const char*>(ptr);
     return ability == "sendVstTimeInfo" || ability == "startStopProcess" || ability == "sizeWindow"
                ? 1
@@ -61,8 +63,9 @@ HostCallback::HostCallback(std::string pluginFolder) : folder(std::move(pluginFo
 }
 
 HostCallback::~HostCallback() {
-    if (underConstruction == this)
+    if (underConstruction == this) {
         underConstruction = nullptr;
+    }
 }
 
 void HostCallback::bind(AEffect& effect) {

@@ -19,8 +19,9 @@ EditorSize firstSize(const EffectInstance& effect) {
 } // namespace
 
 void HostedEditor::requireEditor(const EffectInstance& effect) {
-    if (!effect.hasEditor())
+    if (!effect.hasEditor()) {
         throw UserError(effect.name() + " has no editor; give a plug-in with one");
+    }
 }
 
 HostedEditor::HostedEditor(EffectInstance& effect_, EditorWindow::Kind kind)
@@ -47,10 +48,12 @@ HostedEditor::~HostedEditor() {
 }
 
 bool HostedEditor::resize(EditorSize size) {
-    if (!size.isUsable())
+    if (!size.isUsable()) {
         return false;
-    if (size != frame.size())
+    }
+    if (size != frame.size()) {
         frame.resize(size);
+    }
     return true;
 }
 

@@ -21,13 +21,16 @@ constexpr double kLongestSeconds = 12.0;
 ImpulseResponse::ImpulseResponse(const std::shared_ptr<const PluginModule>& module,
                                  const EffectSettings& settings, double sampleRate)
     : rate(sampleRate) {
-    for (int input = 0; input < inputCount; ++input)
+    for (int input = 0; input < inputCount; ++input) {
         measure(module, settings, input);
+    }
     std::size_t longest = 0;
-    for (const std::vector<float>& path : paths)
+    for (const std::vector<float>& path : paths) {
         longest = std::max(longest, path.size());
-    for (std::vector<float>& path : paths)
+    }
+    for (std::vector<float>& path : paths) {
         path.resize(longest);
+    }
 }
 
 const std::vector<float>& ImpulseResponse::path(int input, int output) const {
@@ -47,8 +50,9 @@ void ImpulseResponse::measure(const std::shared_ptr<const PluginModule>& module,
                                             std::vector<float>(kBlockSize));
     std::vector<float*> pointers;
     pointers.reserve(buffers.size());
-    for (std::vector<float>& buffer : buffers)
+    for (std::vector<float>& buffer : buffers) {
         pointers.push_back(buffer.data());
+    }
     float** const in = pointers.data();
     float** const out = pointers.data() + inputCount;
 
@@ -60,21 +64,25 @@ void ImpulseResponse::measure(const std::shared_ptr<const PluginModule>& module,
     for (std::int64_t frame = 0; frame - quietFrom < quietFrames && frame < longest;
          frame += kBlockSize) {
         // Effects may write over their input, so each block starts from silence.
-        for (int c = 0; c < inputCount; ++c)
+        for (int c = 0; c < inputCount; ++c) {
             std::fill_n(in[c], kBlockSize, 0.0f);
-        if (frame == 0)
+        }
+        if (frame == 0) {
             in[input][0] = 1.0f;
+        }
         effect.process(in, out, kBlockSize);
         for (int c = 0; c < outputCount; ++c) {
             for (int i = 0; i < kBlockSize; ++i) {
-                if (!std::isfinite(out[c][i]))
+                if (!std::isfinite(out[c][i])) {
                     throw UserError(effect.name() +
                                     " answers an impulse with what is no finite "
                                     "number at " +
                                     shortNumber(static_cast<double>(frame + i) / rate, 6) +
                                     " s; give other settings");
-                if (std::abs(out[c][i]) >= kQuiet)
+                }
+                if (std::abs(out[c][i]) >= kQuiet) {
                     quietFrom = std::max(quietFrom, frame + i + 1);
+                }
             }
             std::vector<float>& path = paths[first + static_cast<std::size_t>(c)];
             path.insert(path.end(), out[c], out[c] + kBlockSize);

@@ -22,10 +22,11 @@ CLI::App* InfoCommand::declare(CLI::App& app) {
 
 void InfoCommand::run() {
     const EffectInstance effect(std::make_shared<const PluginModule>(pluginPath(plugin)));
-    if (json)
+    if (json) {
         std::cout << describe(effect).dump(2) << "\n";
-    else
+    } else {
         std::cout << describeForReading(effect);
+    }
 }
 
 } // namespace tvhost

@@ -13,8 +13,9 @@ std::optional<Number> parseWhole(std::string_view text) {
     Number value{};
     const char* const end = text.data() + text.size();
     const auto result = std::from_chars(text.data(), end, value);
-    if (result.ec != std::errc() || result.ptr != end)
+    if (result.ec != std::errc() || result.ptr != end) {
         return std::nullopt;
+    }
     return value;
 }
 
@@ -22,8 +23,9 @@ std::optional<Number> parseWhole(std::string_view text) {
 
 std::optional<double> parseNumber(std::string_view text) {
     const auto value = parseWhole<double>(text);
-    if (!value || !std::isfinite(*value))
+    if (!value || !std::isfinite(*value)) {
         return std::nullopt;
+    }
     return value;
 }
 
@@ -42,8 +44,9 @@ std::string shortNumber(double value, int digits) {
     std::string text = fixedNumber(value, digits);
     if (text.find('.') != std::string::npos) {
         text.erase(text.find_last_not_of('0') + 1);
-        if (text.back() == '.')
+        if (text.back() == '.') {
             text.pop_back();
+        }
     }
     return text == "-0" ? "0" : text;
 }
@@ -55,12 +58,14 @@ double decibels(double amplitude) {
 
 std::string decibelText(double amplitude, int digits) {
     const double level = decibels(amplitude);
-    if (!std::isfinite(level))
+    if (!std::isfinite(level)) {
         return "-inf dB";
+    }
     std::string text = fixedNumber(level, digits);
     // A level that rounds to nothing has no sign.
-    if (text.find_first_not_of("-0.") == std::string::npos && text[0] == '-')
+    if (text.find_first_not_of("-0.") == std::string::npos && text[0] == '-') {
         text.erase(0, 1);
+    }
     return text + " dB";
 }
 

@@ -48,11 +48,13 @@ mode_t defaultPermissions() {
 fs::path followed(const std::string& given) {
     std::error_code error;
     fs::path path = fs::absolute(given, error);
-    if (!fs::is_symlink(path, error))
+    if (!fs::is_symlink(path, error)) {
         return path;
+    }
     fs::path destination = fs::canonical(path, error);
-    if (error)
+    if (error) {
         throw UserError(given + " is a link that leads nowhere; give the name of a file to write");
+    }
     return destination;
 }
 
@@ -67,13 +69,15 @@ void removeUnfinishedOutput() {
 
 OutputFile::OutputFile(const std::string& target_) : given(target_), target(followed(given)) {
     mode_t permissions = defaultPermissions();
-    struct stat older {};
+    struct stat older{};
     if (stat(target.c_str(), &older) == 0) {
-        if (!S_ISREG(older.st_mode))
+        if (!S_ISREG(older.st_mode)) {
             throw UserError(given + " is no ordinary file; give the name of a file to write");
-        if (access(target.c_str(), W_OK) != 0)
+        }
+        if (access(target.c_str(), W_OK) != 0) {
             throw UserError(given + " cannot be written: " + std::strerror(errno) +
                             "; give a file that may be replaced");
+        }
         permissions = older.st_mode & 07777;
     } else if (errno != ENOENT) {
         throw UserError(given + " cannot be written: " + std::strerror(errno) +
@@ -85,9 +89,10 @@ OutputFile::OutputFile(const std::string& target_) : given(target_), target(foll
     const SignalPause pause;
     errno = ENAMETOOLONG;
     fileDescriptor = fits ? mkostemp(temporary.data(), O_CLOEXEC) : -1;
-    if (fileDescriptor < 0)
+    if (fileDescriptor < 0) {
         throw UserError(given + " cannot be written: " + std::strerror(errno) +
                         "; give a file in a folder that can be");
+    }
     std::memcpy(unfinished, temporary.c_str(), temporary.size() + 1);
     unfinishedSet = 1;
     fchmod(fileDescriptor, permissions);
@@ -98,8 +103,9 @@ OutputFile::~OutputFile() {
 }
 
 void OutputFile::discard() {
-    if (fileDescriptor < 0)
+    if (fileDescriptor < 0) {
         return;
+    }
     close(fileDescriptor);
     fileDescriptor = -1;
     removeUnfinishedOutput();

@@ -20,8 +20,9 @@ std::size_t sequenceLength(std::string_view text) {
     std::size_t length = 0;
     std::uint32_t code = 0;
     std::uint32_t smallest = 0;
-    if (first < 0x80)
+    if (first < 0x80) {
         return 1;
+    }
     if (first >= 0xC2 && first < 0xE0) {
         length = 2;
         code = first & 0x1Fu;
@@ -37,11 +38,13 @@ std::size_t sequenceLength(std::string_view text) {
     } else {
         return 0;
     }
-    if (text.size() < length)
+    if (text.size() < length) {
         return 0;
+    }
     for (std::size_t i = 1; i < length; ++i) {
-        if ((byte(i) & 0xC0u) != 0x80u)
+        if ((byte(i) & 0xC0u) != 0x80u) {
             return 0;
+        }
         code = code << 6 | (byte(i) & 0x3Fu);
     }
     const bool surrogate = code >= 0xD800 && code < 0xE000;
@@ -55,17 +58,19 @@ std::string plainText(std::string_view text) {
     while (!text.empty()) {
         const std::size_t length = sequenceLength(text);
         const auto first = static_cast<unsigned char>(text[0]);
-        if (length == 0)
+        if (length == 0) {
             result += kReplacement;
-        else if (first < 0x20 || first == 0x7F)
+        } else if (first < 0x20 || first == 0x7F) {
             result += ' ';
-        else
+        } else {
             result += text.substr(0, length);
+        }
         text.remove_prefix(std::max<std::size_t>(length, 1));
     }
     const std::size_t begin = result.find_first_not_of(' ');
-    if (begin == std::string::npos)
+    if (begin == std::string::npos) {
         return {};
+    }
     return result.substr(begin, result.find_last_not_of(' ') - begin + 1);
 }
 

@@ -10,8 +10,9 @@ namespace tvhost {
 namespace {
 
 std::string withTrueMinus(std::string text) {
-    if (!text.empty() && text[0] == '-')
+    if (!text.empty() && text[0] == '-') {
         text.replace(0, 1, "\u2212");
+    }
     return text;
 }
 
@@ -40,15 +41,17 @@ std::vector<double> PlotAxis::ticks(int most) const {
     const double range = std::abs(high - low);
     double step = std::pow(10.0, std::floor(std::log10(range / most)));
     for (const double factor : {2.0, 2.5, 2.0}) {
-        if (range / step <= most)
+        if (range / step <= most) {
             break;
+        }
         step *= factor;
     }
     std::vector<double> result;
     const double lowest = std::min(low, high);
     const double slack = step * 1e-6;
-    for (double n = std::ceil((lowest - slack) / step); n * step <= lowest + range + slack; ++n)
+    for (double n = std::ceil((lowest - slack) / step); n * step <= lowest + range + slack; ++n) {
         result.push_back(n * step);
+    }
     return result;
 }
 

@@ -30,10 +30,11 @@ CLI::App* PlotCommand::declare(CLI::App& app) {
 
 void PlotCommand::run() {
     PlotFile::requireKnownExtension(output);
-    if (all)
+    if (all) {
         drawAll();
-    else
+    } else {
         drawOne();
+    }
 }
 
 void PlotCommand::drawOne() const {
@@ -48,8 +49,9 @@ void PlotCommand::drawOne() const {
 void PlotCommand::drawAll() const {
     const auto module = options.load();
     const EffectInstance effect(module);
-    if (effect.programCount() == 0)
+    if (effect.programCount() == 0) {
         throw UserError(effect.name() + " has no programs; leave --all away");
+    }
     std::vector<EffectMeasurement> measurements;
     for (int program = 0; program < effect.programCount(); ++program) {
         EffectSettings settings = options.settings;

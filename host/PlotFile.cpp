@@ -24,8 +24,9 @@ bool hasExtension(const std::string& path, const char* extension) {
 } // namespace
 
 void PlotFile::requireKnownExtension(const std::string& path) {
-    if (!hasExtension(path, ".svg") && !hasExtension(path, ".png"))
+    if (!hasExtension(path, ".svg") && !hasExtension(path, ".png")) {
         throw UserError(path + " is no picture that can be written; end the name in .svg or .png");
+    }
 }
 
 PlotFile::PlotFile(const std::string& path_, double width, double height)
@@ -53,11 +54,13 @@ PlotFile::~PlotFile() {
 
 void PlotFile::finish() {
     cairo_status_t status = cairo_status(context);
-    if (status == CAIRO_STATUS_SUCCESS && !vector)
+    if (status == CAIRO_STATUS_SUCCESS && !vector) {
         status = cairo_surface_write_to_png_stream(surface, appendToFile, &output);
+    }
     cairo_surface_finish(surface);
-    if (status == CAIRO_STATUS_SUCCESS)
+    if (status == CAIRO_STATUS_SUCCESS) {
         status = cairo_surface_status(surface);
+    }
     requireWritten(status, path);
     output.commit();
 }

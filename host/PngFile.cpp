@@ -13,8 +13,9 @@
 namespace tvhost {
 
 void PngFile::requirePngName(const std::string& path) {
-    if (!equalWithoutCase(std::filesystem::path(path).extension().string(), ".png"))
+    if (!equalWithoutCase(std::filesystem::path(path).extension().string(), ".png")) {
         throw UserError(path + " is no picture that can be written; end the name in .png");
+    }
 }
 
 PngFile::PngFile(const std::string& path_) : path(path_), output(path) {}
@@ -27,9 +28,10 @@ void PngFile::write(const ScreenPicture& picture) {
         unsigned char* const data = cairo_image_surface_get_data(surface);
         const auto stride = static_cast<std::size_t>(cairo_image_surface_get_stride(surface));
         const auto width = static_cast<std::size_t>(picture.width);
-        for (std::size_t row = 0; row < static_cast<std::size_t>(picture.height); ++row)
+        for (std::size_t row = 0; row < static_cast<std::size_t>(picture.height); ++row) {
             std::memcpy(data + row * stride, picture.pixels.data() + row * width,
                         width * sizeof(std::uint32_t));
+        }
         cairo_surface_mark_dirty(surface);
         status = cairo_surface_write_to_png_stream(surface, appendToFile, &output);
     }

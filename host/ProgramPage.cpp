@@ -32,8 +32,9 @@ constexpr double kLabelRoom = 34.0;
 constexpr std::size_t kMostEchoes = 10;
 
 std::string capital(std::string text) {
-    if (!text.empty() && text[0] >= 'a' && text[0] <= 'z')
+    if (!text.empty() && text[0] >= 'a' && text[0] <= 'z') {
         text[0] = static_cast<char>(text[0] - 'a' + 'A');
+    }
     return text;
 }
 
@@ -47,24 +48,30 @@ void drawHeading(Canvas& canvas, double y, const std::string& words, const std::
 
 double levelAbove(const EffectMeasurement& measurement) {
     double highest = 1.0;
-    for (int in = 0; in < measurement.response().inputs(); ++in)
-        for (int out = 0; out < measurement.response().outputs(); ++out)
-            for (const Echo& echo : measurement.echoes(in, out).arrivals())
+    for (int in = 0; in < measurement.response().inputs(); ++in) {
+        for (int out = 0; out < measurement.response().outputs(); ++out) {
+            for (const Echo& echo : measurement.echoes(in, out).arrivals()) {
                 highest = std::max(highest, echo.level);
+            }
+        }
+    }
     return std::ceil(decibels(highest) / kLevelStep - 0.01) * kLevelStep;
 }
 
 double secondsToShow(const EffectMeasurement& measurement, double floor, std::size_t mostEchoes) {
     const ImpulseResponse& response = measurement.response();
     double last = 0.0;
-    for (int in = 0; in < response.inputs(); ++in)
+    for (int in = 0; in < response.inputs(); ++in) {
         for (int out = 0; out < response.outputs(); ++out) {
             const EchoAnalysis& echoes = measurement.echoes(in, out);
-            for (std::size_t i = 0; i < std::min(echoes.echoCount(), mostEchoes); ++i)
-                if (decibels(echoes.echo(i).level) >= floor)
+            for (std::size_t i = 0; i < std::min(echoes.echoCount(), mostEchoes); ++i) {
+                if (decibels(echoes.echo(i).level) >= floor) {
                     last = std::max(last, static_cast<double>(echoes.echo(i).frame) /
                                               response.sampleRate());
+                }
+            }
         }
+    }
     return std::max(0.2, last * 1.06);
 }
 
@@ -89,9 +96,10 @@ double ProgramPage::drawTitle(Canvas& canvas, double y) const {
     canvas.text(kMargin, y + 20.0, canvas.fitted(title, 24.0, Weight::Bold, kPlotRight - kMargin),
                 24.0, style::kInk, Align::Left, Weight::Bold);
     std::string subtitle = measurement.vendorName();
-    if (measurement.programNumber() >= 0)
+    if (measurement.programNumber() >= 0) {
         subtitle += (subtitle.empty() ? "Program " : ", program ") +
                     std::to_string(measurement.programNumber());
+    }
     canvas.text(kMargin, y + 40.0, subtitle, 11.0, style::kMuted);
     return y + kTitleHeight;
 }
@@ -162,10 +170,11 @@ void ProgramPage::drawResponse(Canvas& canvas, double y) const {
     const std::string from = style::channelWords(path.input, response.inputs(), "input");
     const std::string to = style::channelWords(path.output, response.outputs(), "output");
     std::string note = from + " to " + to;
-    if (echoes.echoCount() == 0)
+    if (echoes.echoCount() == 0) {
         note += ", no echoes";
-    else if (echoes.echoCount() < 5)
+    } else if (echoes.echoCount() < 5) {
         note += ", no fifth echo above \u2212120 dB";
+    }
     drawHeading(canvas, y - 10.0, "Frequency response", note);
     const Rectangle area{kPlotLeft, y, kPlotRight - kPlotLeft, kResponseHeight};
     ResponsePanel(measurement, area).draw(canvas);

@@ -110,8 +110,9 @@ void ProgramSheet::drawCell(Canvas& canvas, const EffectMeasurement& measurement
         const double rate = response.sampleRate();
         summary = millisecondText(static_cast<double>(first.frame) / rate) + ", " +
                   levelText(first.level);
-        if (echoes.echoCount() > 1)
+        if (echoes.echoCount() > 1) {
             summary += "; next " + levelText(echoes.echo(1).level);
+        }
     }
     canvas.text(x, y + 25.0, summary, 9.5, style::kMuted);
 

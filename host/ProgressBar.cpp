@@ -19,8 +19,9 @@ ProgressBar::ProgressBar(std::int64_t expectedFrames, int sampleRate)
     : expected(expectedFrames), rate(sampleRate), visible(isatty(STDERR_FILENO) == 1) {}
 
 ProgressBar::~ProgressBar() {
-    if (shown.empty())
+    if (shown.empty()) {
         return;
+    }
     std::fprintf(stderr, "\r%*s\r", static_cast<int>(columnsOf(shown)), "");
     std::fflush(stderr);
 }
@@ -45,11 +46,13 @@ std::string ProgressBar::line(std::int64_t frames, bool inTail) const {
 }
 
 void ProgressBar::update(std::int64_t frames, bool inTail) {
-    if (!visible)
+    if (!visible) {
         return;
+    }
     const std::string now = line(frames, inTail);
-    if (now == shown)
+    if (now == shown) {
         return;
+    }
     const int rest = std::max(0, static_cast<int>(shown.size()) - static_cast<int>(now.size()));
     std::fprintf(stderr, "\r%s%*s", now.c_str(), rest, "");
     std::fflush(stderr);

@@ -27,43 +27,51 @@ constexpr int kHighestRate = 192000;
 constexpr double kLongestTail = 3600.0;
 
 int blockFrom(const std::string& text) {
-    if (text.empty())
+    if (text.empty()) {
         return kDefaultBlock;
+    }
     const auto block = parseWholeNumber(text);
-    if (!block || *block < 1 || *block > kLargestBlock)
+    if (!block || *block < 1 || *block > kLargestBlock) {
         throw UserError("--block " + text + ": give a whole number of frames from 1 to " +
                         std::to_string(kLargestBlock));
+    }
     return static_cast<int>(*block);
 }
 
 std::optional<int> rateFrom(const std::string& text) {
-    if (text.empty())
+    if (text.empty()) {
         return std::nullopt;
+    }
     const auto rate = parseWholeNumber(text);
-    if (!rate || *rate < kLowestRate || *rate > kHighestRate)
+    if (!rate || *rate < kLowestRate || *rate > kHighestRate) {
         throw UserError("--rate " + text + ": give a whole number of Hz from " +
                         std::to_string(kLowestRate) + " to " + std::to_string(kHighestRate));
+    }
     return static_cast<int>(*rate);
 }
 
 std::optional<double> tailFrom(const std::string& text) {
-    if (text.empty())
+    if (text.empty()) {
         return std::nullopt;
+    }
     const auto seconds = parseNumber(text);
-    if (!seconds || *seconds < 0.0 || *seconds > kLongestTail)
+    if (!seconds || *seconds < 0.0 || *seconds > kLongestTail) {
         throw UserError("--tail " + text + ": give a number of seconds from 0 to " +
                         shortNumber(kLongestTail, 0));
+    }
     return seconds;
 }
 
 std::unique_ptr<FrameSource> openInput(const std::string& path, std::optional<int> rate) {
     std::unique_ptr<FrameSource> source = std::make_unique<SoundFileReader>(path);
-    if (rate && *rate != source->sampleRate())
+    if (rate && *rate != source->sampleRate()) {
         return std::make_unique<SampleRateConverter>(std::move(source), *rate, path);
-    if (source->sampleRate() < kLowestRate || source->sampleRate() > kHighestRate)
+    }
+    if (source->sampleRate() < kLowestRate || source->sampleRate() > kHighestRate) {
         throw UserError(path + " is at " + std::to_string(source->sampleRate()) +
                         " Hz; give a --rate from " + std::to_string(kLowestRate) + " to " +
                         std::to_string(kHighestRate) + " to render at");
+    }
     return source;
 }
 
@@ -153,14 +161,17 @@ void RenderCommand::run() {
     writer.finish();
     const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - begin;
 
-    if (source->channels() > effect.inputCount())
+    if (source->channels() > effect.inputCount()) {
         warn(effect.name() + " takes one channel, so it got the mean of left and right");
-    if (writer.samplesClipped() > 0)
+    }
+    if (writer.samplesClipped() > 0) {
         warn(count(writer.samplesClipped(), "sample") + " beyond full scale clipped in " + output +
              ", since " + format.name + " cannot hold them; WAV can");
-    if (changes.pending() > 0)
+    }
+    if (changes.pending() > 0) {
         warn(count(changes.pending(), "--automate point") +
              " behind the end of the output had no effect; --tail makes it longer");
+    }
 
     const double seconds = static_cast<double>(writer.framesWritten()) / sampleRate;
     std::cout << output << ": " << fixedNumber(seconds, 3) << " s, peak "

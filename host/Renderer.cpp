@@ -14,8 +14,9 @@ namespace {
 std::vector<float*> pointers(std::vector<std::vector<float>>& channels) {
     std::vector<float*> result;
     result.reserve(channels.size());
-    for (std::vector<float>& channel : channels)
+    for (std::vector<float>& channel : channels) {
         result.push_back(channel.data());
+    }
     return result;
 }
 
@@ -40,10 +41,11 @@ int Renderer::fillInput(int frames) {
     for (std::size_t c = 0; c < inputs.size(); ++c) {
         for (std::size_t i = 0; i < static_cast<std::size_t>(given); ++i) {
             const float* frame = &sourceFrames[i * channels];
-            if (channels == inputs.size())
+            if (channels == inputs.size()) {
                 inputs[c][i] = frame[c];
-            else
+            } else {
                 inputs[c][i] = channels == 1 ? frame[0] : 0.5f * (frame[0] + frame[1]);
+            }
         }
         std::fill(inputs[c].begin() + given, inputs[c].begin() + frames, 0.0f);
     }
@@ -53,17 +55,20 @@ int Renderer::fillInput(int frames) {
 void Renderer::process(int frames) {
     effect.process(pointers(inputs).data(), pointers(outputs).data(), frames);
     const std::size_t channels = outputs.size();
-    for (std::size_t i = 0; i < static_cast<std::size_t>(frames); ++i)
-        for (std::size_t c = 0; c < channels; ++c)
+    for (std::size_t i = 0; i < static_cast<std::size_t>(frames); ++i) {
+        for (std::size_t c = 0; c < channels; ++c) {
             outputFrames[i * channels + c] = outputs[c][i];
+        }
+    }
     checkOutput(frames);
 }
 
 void Renderer::checkOutput(int frames) const {
     const auto width = static_cast<std::size_t>(effect.outputCount());
     for (std::size_t i = 0; i < static_cast<std::size_t>(frames) * width; ++i) {
-        if (std::isfinite(outputFrames[i]))
+        if (std::isfinite(outputFrames[i])) {
             continue;
+        }
         const auto frame = position + static_cast<std::int64_t>(i / width);
         const double seconds = static_cast<double>(frame) / source.sampleRate();
         throw UserError(effect.name() + " gives what is no finite number at " +
@@ -77,8 +82,9 @@ TailGate Renderer::makeGate() const {
     const auto frames = [this](double seconds) {
         return std::llround(seconds * source.sampleRate());
     };
-    if (tailSeconds)
+    if (tailSeconds) {
         return TailGate::ofLength(effect.outputCount(), frames(*tailSeconds));
+    }
     // Changes still to come may bring echoes back, and an effect may know that it has longer gaps.
     return TailGate::untilQuiet(
         effect.outputCount(),
@@ -92,9 +98,11 @@ void Renderer::run(ProgressBar& progress) {
         automation.apply(effect, position);
         const int frames = static_cast<int>(automation.framesUntilNext(position, blockSize));
         const int given = tail ? 0 : fillInput(frames);
-        if (tail)
-            for (std::vector<float>& input : inputs)
+        if (tail) {
+            for (std::vector<float>& input : inputs) {
                 std::fill(input.begin(), input.end(), 0.0f);
+            }
+        }
         process(frames);
 
         writer.write(outputFrames.data(), given);
@@ -104,8 +112,9 @@ void Renderer::run(ProgressBar& progress) {
         }
         if (tail) {
             const std::ptrdiff_t width = effect.outputCount();
-            for (int i = given; i < frames && !tail->isFinished(); ++i)
+            for (int i = given; i < frames && !tail->isFinished(); ++i) {
                 tail->push(outputFrames.data() + i * width);
+            }
             std::vector<float>& ready = tail->ready();
             writer.write(ready.data(),
                          static_cast<std::int64_t>(ready.size()) / effect.outputCount());

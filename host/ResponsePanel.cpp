@@ -23,9 +23,10 @@ constexpr double kLabelled[] = {20.0,   50.0,   100.0,  200.0,   500.0,
 
 double highestLevel(const FrequencyResponse& response) {
     double highest = -300.0;
-    for (int i = 0; i <= kSteps; ++i)
+    for (int i = 0; i <= kSteps; ++i) {
         highest = std::max(highest, response.decibelsAt(kLowest * std::pow(kHighest / kLowest,
                                                                            i / double{kSteps})));
+    }
     return highest;
 }
 
@@ -47,12 +48,14 @@ ResponsePanel::ResponsePanel(const EffectMeasurement& measurement, const Rectang
                                             static_cast<std::size_t>(echo.end - echo.begin), rate),
                           colour, width, dash});
     };
-    if (echoes.echoCount() > 0)
+    if (echoes.echoCount() > 0) {
         add("first echo", echoes.echo(0), style::inputColour(path.input), 2.2, 0.0);
-    else if (echoes.hasDirect())
+    } else if (echoes.hasDirect()) {
         add("direct sound", echoes.arrivals().front(), style::inputColour(path.input), 2.2, 0.0);
-    if (echoes.echoCount() > kLaterEcho)
+    }
+    if (echoes.echoCount() > kLaterEcho) {
         add("fifth echo", echoes.echo(kLaterEcho), style::kLaterEcho, 1.8, 5.0);
+    }
 
     double lowestPeak = 0.0;
     for (const Curve& curve : curves) {
@@ -85,22 +88,25 @@ void ResponsePanel::draw(Canvas& canvas) const {
     const PlotAxis level(std::floor(lowestGain / 10.0) * 10.0,
                          std::ceil((highestGain + 3.0) / 10.0) * 10.0, area.bottom(), area.y);
     canvas.fill(area, style::kPaper);
-    for (const double decade : {10.0, 100.0, 1000.0, 10000.0})
+    for (const double decade : {10.0, 100.0, 1000.0, 10000.0}) {
         for (int n = 2; n <= 10; ++n) {
             const double hertz = decade * n;
-            if (hertz > kLowest && hertz < kHighest)
+            if (hertz > kLowest && hertz < kHighest) {
                 canvas.line(frequency.at(hertz), area.y, frequency.at(hertz), area.bottom(),
                             n == 10 ? style::kGrid : style::kFineGrid, 0.8);
+            }
         }
+    }
     for (const double decibel : level.ticks(7)) {
         const double y = level.at(decibel);
         canvas.line(area.x, y, area.right(), y, style::kGrid, 0.8);
         canvas.text(area.x - 7.0, y + 3.4, tickText(decibel), kAxisSize, style::kMuted,
                     Align::Right);
     }
-    for (const double hertz : kLabelled)
+    for (const double hertz : kLabelled) {
         canvas.text(frequency.at(hertz), area.bottom() + 14.0, hertzText(hertz), kAxisSize,
                     style::kMuted, Align::Centre);
+    }
     drawCurves(canvas, level, 1.0);
     canvas.frame(area, style::kFrame, 1.0);
 
@@ -118,9 +124,10 @@ void ResponsePanel::draw(Canvas& canvas) const {
 
 void ResponsePanel::drawSmall(Canvas& canvas, double lowest, double highest) const {
     canvas.fill(area, style::kBand);
-    for (const double hertz : {100.0, 1000.0, 10000.0})
+    for (const double hertz : {100.0, 1000.0, 10000.0}) {
         canvas.line(frequency.at(hertz), area.y, frequency.at(hertz), area.bottom(), style::kGrid,
                     0.7);
+    }
     drawCurves(canvas, PlotAxis(lowest, highest, area.bottom(), area.y), 0.7);
     canvas.line(area.x, area.bottom(), area.right(), area.bottom(), style::kFrame, 0.8);
 }

@@ -22,12 +22,14 @@ SampleRateConverter::SampleRateConverter(std::unique_ptr<FrameSource> source_, i
       input(static_cast<std::size_t>(kChunkFrames * source->channels())),
       output(static_cast<std::size_t>(kChunkFrames * source->channels())) {
     int error = 0;
-    if (src_is_valid_ratio(ratio))
+    if (src_is_valid_ratio(ratio)) {
         state = src_new(SRC_SINC_BEST_QUALITY, source->channels(), &error);
-    if (!state)
+    }
+    if (!state) {
         throw UserError(name + " is at " + std::to_string(source->sampleRate()) +
                         " Hz and cannot be brought to " + std::to_string(rate) +
                         " Hz; give a --rate nearer to its own");
+    }
 }
 
 SampleRateConverter::~SampleRateConverter() {
@@ -53,26 +55,30 @@ void SampleRateConverter::convert() {
         data.src_ratio = ratio;
         data.end_of_input = inputEnded;
         const int error = src_process(state, &data);
-        if (error != 0)
+        if (error != 0) {
             throw UserError(name + " cannot be resampled: " + src_strerror(error) +
                             "; give it at the rate to render at");
+        }
         inputStart += static_cast<int>(data.input_frames_used);
         inputFrames -= static_cast<int>(data.input_frames_used);
         outputStart = 0;
         outputFrames = static_cast<int>(data.output_frames_gen);
         const bool drained = inputEnded && inputFrames == 0;
-        if (outputFrames > 0 || drained)
+        if (outputFrames > 0 || drained) {
             return;
+        }
     }
 }
 
 int SampleRateConverter::read(float* interleaved, int frames) {
     int done = 0;
     while (done < frames) {
-        if (outputFrames == 0)
+        if (outputFrames == 0) {
             convert();
-        if (outputFrames == 0)
+        }
+        if (outputFrames == 0) {
             break;
+        }
         const int count = std::min(frames - done, outputFrames);
         const std::ptrdiff_t width = channels();
         const float* const from = output.data() + outputStart * width;

@@ -39,9 +39,10 @@ ScreenPicture settledPicture(HostedEditor& editor, const std::string& name) {
         unchanged = !blank && next == picture ? unchanged + 1 : 0;
         picture = std::move(next);
     }
-    if (picture.isAll(EditorWindow::kBackground))
+    if (picture.isAll(EditorWindow::kBackground)) {
         throw UserError(name + " painted nothing into its editor's window; give a plug-in whose "
                                "editor works on X11");
+    }
     return picture;
 }
 
@@ -72,8 +73,9 @@ void SnapshotCommand::run() {
     options.settings.apply(effect);
     PngFile file(output);
 
-    if (!displayGiven())
+    if (!displayGiven()) {
         display.emplace();
+    }
     ScreenPicture picture;
     {
         HostedEditor editor(effect, EditorWindow::Kind::Bare);

@@ -42,11 +42,12 @@ const Entry& entryFor(const std::string& path) {
     const auto entry = std::find_if(std::begin(kEntries), std::end(kEntries), [&](const Entry& e) {
         return equalWithoutCase(e.extension, extension);
     });
-    if (entry == std::end(kEntries))
+    if (entry == std::end(kEntries)) {
         throw UserError(path + ": " +
                         (extension.empty() ? "a name without extension says no format"
                                            : "\"" + extension + "\" is no format to write") +
                         "; end the name in " + SoundFormat::knownExtensions());
+    }
     return *entry;
 }
 
@@ -54,8 +55,9 @@ const Entry& entryFor(const std::string& path) {
 
 std::string SoundFormat::knownExtensions() {
     std::string text;
-    for (const Entry& entry : kEntries)
+    for (const Entry& entry : kEntries) {
         text += (text.empty() ? "" : ", ") + std::string(entry.extension);
+    }
     return text;
 }
 
@@ -68,8 +70,9 @@ SoundFormat SoundFormat::forFile(const std::string& path, int channels, int samp
     const Entry& entry = entryFor(path);
     SoundFormat format{entry.code, false, false, entry.name};
     const std::int64_t bytes = expectedFrames * channels * static_cast<std::int64_t>(sizeof(float));
-    if ((format.code & SF_FORMAT_TYPEMASK) == SF_FORMAT_WAV && bytes > kLargestWav)
+    if ((format.code & SF_FORMAT_TYPEMASK) == SF_FORMAT_WAV && bytes > kLargestWav) {
         format.code = SF_FORMAT_RF64 | SF_FORMAT_FLOAT;
+    }
 
     const int samples = format.code & SF_FORMAT_SUBMASK;
     format.fixedPoint = samples == SF_FORMAT_PCM_24;
@@ -79,9 +82,10 @@ SoundFormat SoundFormat::forFile(const std::string& path, int channels, int samp
     info.channels = channels;
     info.samplerate = sampleRate;
     info.format = format.code;
-    if (!sf_format_check(&info))
+    if (!sf_format_check(&info)) {
         throw UserError(path + ": " + entry.name + " cannot hold " + std::to_string(sampleRate) +
                         " Hz; give another --rate, such as 48000, or another format");
+    }
     return format;
 }
 

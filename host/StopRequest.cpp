@@ -16,20 +16,22 @@ void note(int) {
 
 StopRequest::StopRequest() {
     requested = 0;
-    struct sigaction action {};
+    struct sigaction action{};
     action.sa_handler = note;
     action.sa_flags = static_cast<int>(SA_RESETHAND);
     for (std::size_t i = 0; i < std::size(kSignals); ++i) {
         sigaction(kSignals[i], nullptr, &before[i]);
         // What was switched off outside stays off.
-        if (before[i].sa_handler != SIG_IGN)
+        if (before[i].sa_handler != SIG_IGN) {
             sigaction(kSignals[i], &action, nullptr);
+        }
     }
 }
 
 StopRequest::~StopRequest() {
-    for (std::size_t i = 0; i < std::size(kSignals); ++i)
+    for (std::size_t i = 0; i < std::size(kSignals); ++i) {
         sigaction(kSignals[i], &before[i], nullptr);
+    }
 }
 
 bool StopRequest::made() const {

@@ -25,8 +25,9 @@ void TailGate::push(const float* frame) {
     ++count;
     const bool loud = std::any_of(frame, frame + channels,
                                   [this](float sample) { return std::abs(sample) >= threshold; });
-    if (!loud)
+    if (!loud) {
         return;
+    }
     released.insert(released.end(), held.begin(), held.end());
     held.clear();
     quietFrom = std::max(quietFrom, count);

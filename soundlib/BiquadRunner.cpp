@@ -47,7 +47,7 @@ void runStretch(BiquadDesigner* filter, const float* input, float* output,
 void runStretchOfPair(BiquadDesigner* left, BiquadDesigner* right, const float* inputLeft,
                       const float* inputRight, float* outputLeft, float* outputRight,
                       std::int32_t sampleFrames) {
-    const auto pair = [&](double BiquadDesigner::*field) {
+    const auto pair = [&](double BiquadDesigner::* field) {
         return _mm_set_pd(right->*field, left->*field);
     };
     const __m128d a0 = pair(&BiquadDesigner::a0);

@@ -13,8 +13,9 @@ constexpr double kRate = 44100.0;
 std::vector<float> response(std::size_t length,
                             const std::vector<std::pair<std::size_t, double>>& clicks) {
     std::vector<float> samples(length, 0.0f);
-    for (const auto& [frame, level] : clicks)
+    for (const auto& [frame, level] : clicks) {
         samples[frame] += static_cast<float>(level);
+    }
     return samples;
 }
 
@@ -57,17 +58,19 @@ TEST(EchoAnalysis, FindsEchoesThatGrow) {
 
 TEST(EchoAnalysis, FindsMoreEchoesThanAnyoneCounts) {
     std::vector<std::pair<std::size_t, double>> clicks;
-    for (std::size_t i = 1; i <= 200; ++i)
+    for (std::size_t i = 1; i <= 200; ++i) {
         clicks.emplace_back(i * 500, 0.5);
+    }
     EXPECT_EQ(EchoAnalysis(response(200000, clicks), kRate).echoCount(), 200u);
 }
 
 TEST(EchoAnalysis, TakesASmearedEchoForOneWithItsHighestSample) {
     std::vector<float> samples(20000, 0.0f);
     // An oscillation that swells and fades over 10 ms.
-    for (int i = -220; i <= 220; ++i)
+    for (int i = -220; i <= 220; ++i) {
         samples[static_cast<std::size_t>(8000 + i)] = static_cast<float>(
             0.5 * std::exp(-i * i / 5000.0) * std::cos(2.0 * M_PI * 3000.0 * i / kRate));
+    }
     const EchoAnalysis echoes(samples, kRate);
     ASSERT_EQ(echoes.echoCount(), 1u);
     EXPECT_EQ(echoes.echo(0).frame, 8000);
@@ -91,15 +94,17 @@ TEST(EchoAnalysis, EachEchoOwnsTheFramesUpToTheNext) {
     for (std::size_t i = 0; i < 3; ++i) {
         EXPECT_LE(arrivals[i].begin, arrivals[i].frame);
         EXPECT_LT(arrivals[i].frame, arrivals[i].end);
-        if (i > 0)
+        if (i > 0) {
             EXPECT_EQ(arrivals[i].begin, arrivals[i - 1].end);
+        }
     }
 }
 
 TEST(EchoAnalysis, DecayingSoundWithoutGapsIsOneArrival) {
     std::vector<float> samples(44100);
-    for (std::size_t i = 0; i < samples.size(); ++i)
+    for (std::size_t i = 0; i < samples.size(); ++i) {
         samples[i] = static_cast<float>(std::exp(-static_cast<double>(i) / 4000.0));
+    }
     const EchoAnalysis echoes(samples, kRate);
     EXPECT_EQ(echoes.arrivals().size(), 1u);
     EXPECT_TRUE(echoes.hasDirect());

@@ -116,10 +116,12 @@ TEST(EffectInstance, RefusesAPluginThatMakesNoEffect) {
 }
 
 TEST(EffectInstance, RefusesToDriveWhatItCannot) {
-    for (const char* plugin : {"Surround", "Accumulating", "Instrument"})
+    for (const char* plugin : {"Surround", "Accumulating", "Instrument"}) {
         EXPECT_THROW(EffectInstance(loadTestPlugin(plugin)).requireAudio(), UserError) << plugin;
-    for (const char* plugin : {"Gain", "Mono", "MonoToStereo"})
+    }
+    for (const char* plugin : {"Gain", "Mono", "MonoToStereo"}) {
         EXPECT_NO_THROW(EffectInstance(loadTestPlugin(plugin)).requireAudio()) << plugin;
+    }
 }
 
 TEST(EffectInstance, KeepsTwoEffectsApart) {

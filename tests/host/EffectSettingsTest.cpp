@@ -74,13 +74,15 @@ TEST(EffectSettings, LeavesTheEffectAloneWhenNothingIsGiven) {
 }
 
 TEST(EffectSettings, RefusesWhatIsNoAssignment) {
-    for (const char* text : {"Gain", "=0.5", "", "=", "Gain="})
+    for (const char* text : {"Gain", "=0.5", "", "=", "Gain="}) {
         EXPECT_THAT(refusal({"", {text}}), HasSubstr("give")) << text;
+    }
 }
 
 TEST(EffectSettings, RefusesValuesOutsideTheRange) {
-    for (const char* text :
-         {"Gain=1.01", "Gain=-0.01", "Gain=nan", "Gain=inf", "Gain=loud", "Gain=0,5", "Gain=0.5dB"})
+    for (const char* text : {"Gain=1.01", "Gain=-0.01", "Gain=nan", "Gain=inf", "Gain=loud",
+                             "Gain=0,5", "Gain=0.5dB"}) {
         EXPECT_THAT(refusal({"", {text}}), HasSubstr("from 0 to 1")) << text;
+    }
     EXPECT_EQ(refusal({"", {"Gain=0", "Gain=1"}}), "no refusal");
 }

@@ -13,8 +13,9 @@ TEST(FrequencyResponse, OfASingleSampleIsFlatWhereverItLies) {
         std::vector<float> samples(4410, 0.0f);
         samples[at] = 0.5f;
         const FrequencyResponse response(samples.data(), samples.size(), 44100.0);
-        for (double hertz = 0.0; hertz <= 22050.0; hertz += 97.0)
+        for (double hertz = 0.0; hertz <= 22050.0; hertz += 97.0) {
             ASSERT_NEAR(response.decibelsAt(hertz), -6.0206, 0.001) << at << ", " << hertz;
+        }
     }
 }
 

@@ -43,8 +43,9 @@ TEST(HostCallback, TakesNullTextsAndStrayEffectsCalmly) {
     EXPECT_EQ(ask(nullptr, audioMasterGetVendorString), 0);
     EXPECT_EQ(ask(nullptr, audioMasterCanDo), 0);
     AEffect stray{};
-    for (VstInt32 opcode = -1; opcode < 60; ++opcode)
+    for (VstInt32 opcode = -1; opcode < 60; ++opcode) {
         ask(&stray, opcode);
+    }
     EXPECT_EQ(ask(&stray, audioMasterGetSampleRate), 0);
     EXPECT_EQ(ask(nullptr, audioMasterGetTime), 0);
 }

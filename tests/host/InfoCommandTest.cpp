@@ -96,8 +96,9 @@ TEST(InfoCommand, PrintsJsonUnderItsKeys) {
 TEST(InfoCommand, KeepsItsKeysInOrder) {
     const auto parsed = nlohmann::ordered_json::parse(info("Gain", {"--json"}).out);
     std::vector<std::string> keys;
-    for (const auto& [key, value] : parsed.items())
+    for (const auto& [key, value] : parsed.items()) {
         keys.push_back(key);
+    }
     EXPECT_EQ(keys, (std::vector<std::string>{"file", "uniqueId", "uniqueIdNumber", "effectName",
                                               "productName", "vendorName", "vendorVersion",
                                               "version", "interfaceVersion", "category", "inputs",

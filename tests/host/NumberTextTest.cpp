@@ -18,10 +18,12 @@ TEST(NumberText, ReadsWholeDecimalNumbers) {
 
 TEST(NumberText, RefusesEverythingElse) {
     for (const char* text : {"", " ", "0.5 ", " 0.5", "0,5", "half", "0.5x", "inf", "-inf", "nan",
-                             "0x10", "1e999", "--1", "1.2.3"})
+                             "0x10", "1e999", "--1", "1.2.3"}) {
         EXPECT_FALSE(parseNumber(text)) << text;
-    for (const char* text : {"", "1.5", "1e3", "99999999999999999999", "12a", " 1"})
+    }
+    for (const char* text : {"", "1.5", "1e3", "99999999999999999999", "12a", " 1"}) {
         EXPECT_FALSE(parseWholeNumber(text)) << text;
+    }
 }
 
 TEST(NumberText, ReadsPointsWhateverTheLocale) {

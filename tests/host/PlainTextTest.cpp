@@ -11,8 +11,10 @@ const std::string kReplaced = "\xEF\xBF\xBD";
 } // namespace
 
 TEST(PlainText, KeepsWellFormedText) {
-    for (const char* text : {"", "Delay", "Wei\xC3\x9F", "\xE2\x99\xAB", "\xF0\x9F\x8E\xB8", "a b"})
+    for (const char* text :
+         {"", "Delay", "Wei\xC3\x9F", "\xE2\x99\xAB", "\xF0\x9F\x8E\xB8", "a b"}) {
         EXPECT_EQ(plainText(text), text);
+    }
 }
 
 TEST(PlainText, TurnsControlCharactersIntoBlanksAndTrims) {

@@ -68,17 +68,21 @@ public:
     // The mean green of a square.
     double shade(int x, int y) {
         int sum = 0;
-        for (int dy = 0; dy < kSquare; ++dy)
-            for (int dx = 0; dx < kSquare; ++dx)
+        for (int dy = 0; dy < kSquare; ++dy) {
+            for (int dx = 0; dx < kSquare; ++dx) {
                 sum += at(x + dx, y + dy).green;
+            }
+        }
         return static_cast<double>(sum) / (kSquare * kSquare);
     }
     // The share of pixels that are not paper.
     double ink() {
         int count = 0;
-        for (int y = 0; y < height(); ++y)
-            for (int x = 0; x < width(); ++x)
+        for (int y = 0; y < height(); ++y) {
+            for (int x = 0; x < width(); ++x) {
                 count += isPaper(x, y) ? 0 : 1;
+            }
+        }
         return static_cast<double>(count) / (width() * height());
     }
 
@@ -138,12 +142,13 @@ TEST(PlotAxis, TicksAreRoundAndFew) {
     EXPECT_THAT(
         PlotAxis(0.0, 0.34, 0.0, 1.0).ticks(12),
         testing::Pointwise(testing::DoubleNear(1e-12), {0.0, 0.05, 0.1, 0.15, 0.2, 0.25, 0.3}));
-    for (double range = 0.001; range < 1e5; range *= 1.37)
+    for (double range = 0.001; range < 1e5; range *= 1.37) {
         for (const int most : {2, 4, 7, 12}) {
             const std::size_t count = PlotAxis(0.0, range, 0.0, 1.0).ticks(most).size();
             EXPECT_LE(count, static_cast<std::size_t>(most) + 1) << range;
             EXPECT_GE(count, 1u) << range;
         }
+    }
 }
 
 TEST(PlotAxis, TextsAreShort) {
@@ -234,8 +239,9 @@ TEST(EchoPanel, MarksEachEchoInTheColourOfItsInput) {
         const auto standsAt = [&](int from, int to) {
             for (int at = from; at <= to; ++at) {
                 const Page::Pixel pixel = page.at(at, 165);
-                if (pixel.red - pixel.blue > 60)
+                if (pixel.red - pixel.blue > 60) {
                     return true;
+                }
             }
             return false;
         };
@@ -303,11 +309,12 @@ TEST(PlotCommand, WritesTheSamePictureAsSvg) {
         const int squares = (png.width() / kSquare) * (png.height() / kSquare);
         double difference = 0.0;
         double toBlank = 0.0;
-        for (int y = 0; y + kSquare <= png.height(); y += kSquare)
+        for (int y = 0; y + kSquare <= png.height(); y += kSquare) {
             for (int x = 0; x + kSquare <= png.width(); x += kSquare) {
                 difference += std::abs(png.shade(x, y) - svg->shade(x, y));
                 toBlank += 255.0 - png.shade(x, y);
             }
+        }
         EXPECT_LT(difference, 0.15 * toBlank);
         EXPECT_GT(toBlank / squares, 4.0);
     }
@@ -355,7 +362,8 @@ TEST(ProgramSheet, GrowsWithItsProgramsButKeepsItsShape) {
         const ProgramSheet sheet(measurements);
         EXPECT_GE(sheet.width(), width) << i;
         width = sheet.width();
-        if (i >= 8)
+        if (i >= 8) {
             EXPECT_LT(sheet.height(), 1.6 * sheet.width()) << i;
+        }
     }
 }

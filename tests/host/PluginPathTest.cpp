@@ -119,8 +119,9 @@ TEST_F(DefaultPlugin, IsInTheHomeFolder) {
 
 TEST_F(DefaultPlugin, IsMissedInOneLineThatNamesTheFoldersSearched) {
     const ProgramResult result = info({"VST_PATH=" + folder.file("nowhere")});
-    if (fs::exists("/usr/local/lib/vst/TvDelay.vst") || fs::exists("/usr/lib/vst/TvDelay.vst"))
+    if (fs::exists("/usr/local/lib/vst/TvDelay.vst") || fs::exists("/usr/lib/vst/TvDelay.vst")) {
         GTEST_SKIP() << "an installed TvDelay.vst is found";
+    }
     EXPECT_EQ(result.status, 2);
     EXPECT_EQ(result.out, "");
     ASSERT_EQ(result.errorLines().size(), 1u) << result.err;

@@ -19,18 +19,21 @@ struct Channel {
 
 Channel openPipe() {
     int ends[2];
-    if (pipe2(ends, O_CLOEXEC) != 0)
+    if (pipe2(ends, O_CLOEXEC) != 0) {
         throw std::runtime_error("no pipe");
+    }
     return {ends[0], ends[1]};
 }
 
 Channel openTerminal() {
     const int reader = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
-    if (reader < 0 || grantpt(reader) != 0 || unlockpt(reader) != 0)
+    if (reader < 0 || grantpt(reader) != 0 || unlockpt(reader) != 0) {
         throw std::runtime_error("no terminal");
+    }
     const int writer = open(ptsname(reader), O_RDWR | O_NOCTTY | O_CLOEXEC);
-    if (writer < 0)
+    if (writer < 0) {
         throw std::runtime_error("no terminal");
+    }
     // Line ends come as they are written.
     termios settings{};
     tcgetattr(writer, &settings);
@@ -44,8 +47,9 @@ Channel openTerminal() {
 std::vector<std::string> ProgramResult::errorLines() const {
     std::vector<std::string> lines;
     std::size_t begin = 0;
-    for (std::size_t end; (end = err.find('\n', begin)) != std::string::npos; begin = end + 1)
+    for (std::size_t end; (end = err.find('\n', begin)) != std::string::npos; begin = end + 1) {
         lines.push_back(err.substr(begin, end - begin));
+    }
     return lines;
 }
 
@@ -59,13 +63,15 @@ ProgramRun::ProgramRun(const std::vector<std::string>& arguments, const Options&
     std::vector<std::string> words = {"tvhost"};
     words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<char*> argv;
-    for (std::string& word : words)
+    for (std::string& word : words) {
         argv.push_back(word.data());
+    }
     argv.push_back(nullptr);
 
     pid = fork();
-    if (pid < 0)
+    if (pid < 0) {
         throw std::runtime_error("no process");
+    }
     if (pid == 0) {
         dup2(out.writer, STDOUT_FILENO);
         dup2(err.writer, STDERR_FILENO);
@@ -102,23 +108,26 @@ ProgramResult ProgramRun::wait() {
     while (channels[0].fd >= 0 || channels[1].fd >= 0) {
         poll(channels, 2, -1);
         for (int i = 0; i < 2; ++i) {
-            if (channels[i].fd < 0 || channels[i].revents == 0)
+            if (channels[i].fd < 0 || channels[i].revents == 0) {
                 continue;
+            }
             char buffer[4096];
             const ssize_t count = read(channels[i].fd, buffer, sizeof buffer);
             // A terminal whose other end has closed gives an error instead of an end.
-            if (count <= 0)
+            if (count <= 0) {
                 channels[i].fd = -1;
-            else
+            } else {
                 texts[i]->append(buffer, static_cast<std::size_t>(count));
+            }
         }
     }
     int status = 0;
     waitpid(pid, &status, 0);
-    if (WIFEXITED(status))
+    if (WIFEXITED(status)) {
         result.status = WEXITSTATUS(status);
-    else
+    } else {
         result.signal = WTERMSIG(status);
+    }
     return result;
 }
 

@@ -44,30 +44,34 @@ public:
         writeFile(file("text.so"), "no shared object");
         fs::create_directory(folder.path() / "folder.wav");
         fs::create_directory(folder.path() / "bundle.vst");
-        for (const char* older : {"old.wav", "old.flac", "old.opus", "old.png", "old.svg", "old"})
+        for (const char* older : {"old.wav", "old.flac", "old.opus", "old.png", "old.svg", "old"}) {
             writeFile(file(older), "older");
+        }
     }
 
     std::string file(const std::string& name) const { return folder.file(name); }
 
     std::string replaceWords(std::string text) const {
         const auto replace = [&](const std::string& word, const std::string& by) {
-            for (std::size_t at; (at = text.find(word)) != std::string::npos;)
+            for (std::size_t at; (at = text.find(word)) != std::string::npos;) {
                 text.replace(at, word.size(), by);
+            }
         };
         replace("{dir}", folder.path().string());
         for (const char* plugin :
              {"Gain", "Delay", "Null", "NoEntry", "WrongMagic", "Surround", "Accumulating",
-              "Instrument", "NotANumber", "Mono", "Rude", "Painter"})
+              "Instrument", "NotANumber", "Mono", "Rude", "Painter"}) {
             replace(std::string("{") + plugin + "}", testPlugin(plugin));
+        }
         return text;
     }
 
     std::vector<std::pair<std::string, std::string>> contents() const {
         std::vector<std::pair<std::string, std::string>> all;
-        for (const std::string& name : folder.entries())
+        for (const std::string& name : folder.entries()) {
             all.emplace_back(name,
                              fs::is_regular_file(folder.path() / name) ? readFile(file(name)) : "");
+        }
         return all;
     }
 
@@ -290,8 +294,9 @@ TEST_P(Refusal, IsOneLineAndLeavesNothing) {
     const Bench bench;
     const auto before = bench.contents();
     std::vector<std::string> arguments;
-    for (const std::string& argument : GetParam().arguments)
+    for (const std::string& argument : GetParam().arguments) {
         arguments.push_back(bench.replaceWords(argument));
+    }
     const ProgramResult result = runTvhost(arguments);
     EXPECT_EQ(result.status, 2);
     EXPECT_EQ(result.out, "");
@@ -325,18 +330,22 @@ void expectNoRoom(const std::vector<std::string>& arguments, const std::string& 
 TEST(Refusal, OfAFullDiskLeavesNothing) {
     TemporaryFolder folder;
     writeSound(folder.file("in.wav"), noise(2, 44100, 44100, 0.5f, 1));
-    for (const char* name : {"out.wav", "out.flac", "out.png", "out.svg"})
+    for (const char* name : {"out.wav", "out.flac", "out.png", "out.svg"}) {
         writeFile(folder.file(name), "older");
-    for (const char* name : {"out.wav", "out.flac"})
+    }
+    for (const char* name : {"out.wav", "out.flac"}) {
         expectNoRoom(
             {"render", folder.file("in.wav"), folder.file(name), "--plugin", testPlugin("Gain")},
             name);
-    for (const char* name : {"out.png", "out.svg"})
+    }
+    for (const char* name : {"out.png", "out.svg"}) {
         expectNoRoom({"plot", folder.file(name), "--plugin", testPlugin("Delay")}, name);
+    }
     EXPECT_EQ(folder.entries(),
               (std::vector<std::string>{"in.wav", "out.flac", "out.png", "out.svg", "out.wav"}));
-    for (const char* name : {"out.wav", "out.flac", "out.png", "out.svg"})
+    for (const char* name : {"out.wav", "out.flac", "out.png", "out.svg"}) {
         EXPECT_EQ(readFile(folder.file(name)), "older");
+    }
 }
 
 TEST(Help, GoesToStandardOutputWithStatusZero) {

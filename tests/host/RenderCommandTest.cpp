@@ -76,8 +76,9 @@ TEST_F(Render, SetsProgramsAndParametersInOrder) {
 
 TEST_F(Render, WritesWhatGoesBeyondFullScaleAsItIs) {
     SoundFile input = silence(2, 100);
-    for (std::size_t i = 0; i < 100; ++i)
+    for (std::size_t i = 0; i < 100; ++i) {
         input.at(i, 0) = 3.0f;
+    }
     const SoundFile output = rendered(input, "Gain", {"--tail", "0"});
     EXPECT_EQ(output.at(50, 0), 3.0f);
 }
@@ -109,8 +110,9 @@ TEST_F(Render, GivesTheSameWhateverTheBlockSize) {
         ASSERT_EQ(render("in.wav", "out.wav", "Delay", options).status, 0);
         files.push_back(readFile(file("out.wav")));
     }
-    for (const std::string& contents : files)
+    for (const std::string& contents : files) {
         EXPECT_TRUE(contents == files.front());
+    }
     EXPECT_GT(files.front().size(), 100000u);
 }
 
@@ -276,10 +278,12 @@ TEST_F(Render, WritesEveryFormatByItsExtension) {
         {"mp3", SF_FORMAT_MPEG, SF_FORMAT_MPEG_LAYER_III, -1.0},
     };
     SoundFile input = silence(2, 48000, 48000);
-    for (std::size_t i = 0; i < input.frames(); ++i)
-        for (int c = 0; c < 2; ++c)
+    for (std::size_t i = 0; i < input.frames(); ++i) {
+        for (int c = 0; c < 2; ++c) {
             input.at(i, c) = static_cast<float>(
                 0.5 * std::sin(2.0 * M_PI * 440.0 * static_cast<double>(i) / 48000.0));
+        }
+    }
     writeSound(file("in.wav"), input);
     for (const Row& row : rows) {
         const std::string out = std::string("out.") + row.extension;
@@ -297,8 +301,9 @@ TEST_F(Render, WritesEveryFormatByItsExtension) {
             continue;
         }
         ASSERT_EQ(output.frames(), 48000u) << row.extension;
-        for (std::size_t i = 0; i < output.samples.size(); ++i)
+        for (std::size_t i = 0; i < output.samples.size(); ++i) {
             ASSERT_NEAR(output.samples[i], input.samples[i], row.tolerance) << row.extension;
+        }
     }
 }
 
@@ -340,8 +345,9 @@ TEST_F(Render, MayReplaceItsInput) {
     ASSERT_EQ(render("in.wav", "in.wav", "Gain", {"--program", "Half"}).status, 0);
     const SoundFile output = readSound(file("in.wav"));
     ASSERT_EQ(output.frames(), input.frames());
-    for (std::size_t i = 0; i < input.samples.size(); ++i)
+    for (std::size_t i = 0; i < input.samples.size(); ++i) {
         ASSERT_EQ(output.samples[i], 0.5f * input.samples[i]);
+    }
     EXPECT_EQ(folder.entries(), std::vector<std::string>{"in.wav"});
 }
 

@@ -43,8 +43,9 @@ std::vector<float> readAll(FrameSource& source, int atATime) {
     for (;;) {
         const int count = source.read(some.data(), atATime);
         all.insert(all.end(), some.begin(), some.begin() + count * source.channels());
-        if (count < atATime)
+        if (count < atATime) {
             return all;
+        }
     }
 }
 

@@ -38,8 +38,9 @@ protected:
 
 TEST_P(SignalGuard, RemovesUnfinishedOutputEvenWhileThePluginIsStuck) {
     ProgramRun run(arguments("Stuck"));
-    while (folder.entries().size() < 3)
+    while (folder.entries().size() < 3) {
         usleep(1000);
+    }
     kill(run.process(), GetParam());
     const ProgramResult result = run.wait();
     EXPECT_EQ(result.signal, GetParam());

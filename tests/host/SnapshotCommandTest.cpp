@@ -28,18 +28,22 @@ ScreenPart pictureIn(const std::string& path) {
     ScreenPart part;
     part.width = picture.width();
     part.height = picture.height();
-    for (int row = 0; row < part.height; ++row)
-        for (int column = 0; column < part.width; ++column)
+    for (int row = 0; row < part.height; ++row) {
+        for (int column = 0; column < part.width; ++column) {
             part.pixels.push_back(picture.at(column, row));
+        }
+    }
     return part;
 }
 
 // The one colour of a picture, or nothing.
 std::optional<unsigned> onlyColour(const ScreenPart& picture) {
     const Pixel& first = picture.pixels.front();
-    for (const Pixel& pixel : picture.pixels)
-        if (!(pixel == first))
+    for (const Pixel& pixel : picture.pixels) {
+        if (!(pixel == first)) {
             return std::nullopt;
+        }
+    }
     return static_cast<unsigned>(first.red << 16 | first.green << 8 | first.blue);
 }
 
@@ -228,11 +232,13 @@ TEST_F(Snapshot, EndsItsServerEvenWhenItIsKilled) {
     options.environment = {server};
     ProgramRun run({"snapshot", out, "--plugin", testPlugin("Painter"), "--program", "Restless"},
                    options);
-    while (access(folder.file("pid").c_str(), F_OK) != 0)
+    while (access(folder.file("pid").c_str(), F_OK) != 0) {
         usleep(1000);
+    }
     const pid_t process = std::stoi(readFile(folder.file("pid")));
     kill(run.process(), SIGKILL);
     EXPECT_EQ(run.wait().signal, SIGKILL);
-    while (!isGone(process))
+    while (!isGone(process)) {
         usleep(1000);
+    }
 }

@@ -33,8 +33,10 @@ TEST(SoundFormat, LeavesWavForItsSiblingBeyondFourGigabytes) {
 }
 
 TEST(SoundFormat, RefusesUnknownExtensions) {
-    for (const char* path : {"a.xyz", "a", "wav", ".wav/a", "a.wav.", ""})
+    for (const char* path : {"a.xyz", "a", "wav", ".wav/a", "a.wav.", ""}) {
         EXPECT_THROW(SoundFormat::requireKnownExtension(path), UserError) << path;
-    for (const char* path : {"a.wav", "A.WAV", "a.b.flac", "/some/folder.d/a.Ogg"})
+    }
+    for (const char* path : {"a.wav", "A.WAV", "a.b.flac", "/some/folder.d/a.Ogg"}) {
         EXPECT_NO_THROW(SoundFormat::requireKnownExtension(path)) << path;
+    }
 }

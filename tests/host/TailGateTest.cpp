@@ -22,8 +22,9 @@ std::size_t lengthOf(TailGate gate, const std::vector<float>& tail) {
 std::vector<float> clicks(std::size_t length, const std::vector<std::size_t>& at,
                           float level = 0.1f) {
     std::vector<float> tail(length, 0.0f);
-    for (const std::size_t frame : at)
+    for (const std::size_t frame : at) {
         tail[frame] = level;
+    }
     return tail;
 }
 

@@ -10,8 +10,9 @@ namespace fs = std::filesystem;
 
 TemporaryFolder::TemporaryFolder() {
     std::string name = (fs::temp_directory_path() / "tvhost-test-XXXXXX").string();
-    if (!mkdtemp(name.data()))
+    if (!mkdtemp(name.data())) {
         throw std::runtime_error("no temporary folder");
+    }
     folder = fs::canonical(name);
 }
 
@@ -22,22 +23,25 @@ TemporaryFolder::~TemporaryFolder() {
 
 std::vector<std::string> TemporaryFolder::entries() const {
     std::vector<std::string> names;
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder))
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
         names.push_back(entry.path().filename().string());
+    }
     std::sort(names.begin(), names.end());
     return names;
 }
 
 std::string readFile(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
-    if (!file)
+    if (!file) {
         throw std::runtime_error("cannot read " + path);
+    }
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
 void writeFile(const std::string& path, const std::string& contents) {
     std::ofstream file(path, std::ios::binary);
     file << contents;
-    if (!file.flush())
+    if (!file.flush()) {
         throw std::runtime_error("cannot write " + path);
+    }
 }

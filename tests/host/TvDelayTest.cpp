@@ -55,18 +55,21 @@ protected:
         writeSound(folder.file("in.wav"), input);
         std::vector<std::string> arguments = {"render", folder.file("in.wav"),
                                               folder.file("out.wav")};
-        if (job.program >= 0)
+        if (job.program >= 0) {
             arguments.insert(arguments.end(), {"--program", std::to_string(job.program)});
-        for (const Change& set : job.sets)
+        }
+        for (const Change& set : job.sets) {
             arguments.insert(arguments.end(),
                              {"--set", std::string(kParameterNames[set.parameter]) + "=" +
                                            number(static_cast<double>(set.value))});
-        for (const Change& change : job.automation)
+        }
+        for (const Change& change : job.automation) {
             arguments.insert(
                 arguments.end(),
                 {"--automate", std::string(kParameterNames[change.parameter]) + "=" +
                                    number(static_cast<double>(change.frame) / input.rate) + ":" +
                                    number(static_cast<double>(change.value))});
+        }
         arguments.insert(arguments.end(), more.begin(), more.end());
         const ProgramResult result = runTvhost(arguments);
         EXPECT_EQ(result.status, 0) << result.err;
@@ -80,8 +83,9 @@ protected:
         std::vector<float> channels[2];
         for (int c = 0; c < 2; ++c) {
             channels[c].resize(frames);
-            for (std::size_t i = 0; i < std::min(frames, input.frames()); ++i)
+            for (std::size_t i = 0; i < std::min(frames, input.frames()); ++i) {
                 channels[c][i] = input.at(i, input.channels == 1 ? 0 : c);
+            }
         }
         const auto process = [&](std::size_t from, std::size_t to) {
             float* pointers[] = {channels[0].data() + from, channels[1].data() + from};
@@ -90,10 +94,12 @@ protected:
         effect.setSampleRate(static_cast<float>(input.rate));
         effect.resume();
         process(0, 0);
-        if (job.program >= 0)
+        if (job.program >= 0) {
             effect.setProgram(job.program);
-        for (const Change& set : job.sets)
+        }
+        for (const Change& set : job.sets) {
             effect.setParameter(set.parameter, set.value);
+        }
         std::size_t done = 0;
         for (const Change& change : job.automation) {
             const std::size_t until = std::min(change.frame, frames);
@@ -103,9 +109,11 @@ protected:
         }
         process(done, frames);
         SoundFile output = silence(2, frames, input.rate);
-        for (std::size_t i = 0; i < frames; ++i)
-            for (int c = 0; c < 2; ++c)
+        for (std::size_t i = 0; i < frames; ++i) {
+            for (int c = 0; c < 2; ++c) {
                 output.at(i, c) = channels[c][i];
+            }
+        }
         return output;
     }
 
@@ -125,12 +133,13 @@ SoundFile impulse(int channel, int rate) {
 } // namespace
 
 TEST_F(TvDelay, FirstEchoComesAfterTheDelayOnTheOtherSideAtTheProgramsLevel) {
-    for (const int rate : {44100, 48000, 96000})
+    for (const int rate : {44100, 48000, 96000}) {
         for (int program = 0; program < 26; ++program) {
             const FactoryRow& row = kFactoryTable[program];
             const auto length = static_cast<std::size_t>(delayLength(row.delayTime, rate));
-            if (rate == 44100)
+            if (rate == 44100) {
                 EXPECT_EQ(static_cast<std::int64_t>(length), row.lengthAt44100);
+            }
             // Without filters an echo is one sample.
             const Job job{program, {{0, 2, 0.0f}, {0, 3, 0.0f}}, {}};
             const int source = program % 2;
@@ -147,10 +156,11 @@ TEST_F(TvDelay, FirstEchoComesAfterTheDelayOnTheOtherSideAtTheProgramsLevel) {
                         1e-5)
                 << row.name;
         }
+    }
 }
 
 TEST_F(TvDelay, EveryProgramSoundsAsTheReferenceBitForBit) {
-    for (const int rate : {44100, 48000, 96000})
+    for (const int rate : {44100, 48000, 96000}) {
         for (int program = 0; program < 26; ++program) {
             const SoundFile input =
                 noise(2, 20000, rate, 0.9f, static_cast<unsigned>(program + rate));
@@ -160,6 +170,7 @@ TEST_F(TvDelay, EveryProgramSoundsAsTheReferenceBitForBit) {
             EXPECT_TRUE(output.samples == expected(input, job, output.frames()).samples)
                 << kFactoryTable[program].name << " at " << rate;
         }
+    }
 }
 
 TEST_F(TvDelay, RandomSettingsAndChangesSoundAsTheReferenceBitForBit) {
@@ -178,12 +189,14 @@ TEST_F(TvDelay, RandomSettingsAndChangesSoundAsTheReferenceBitForBit) {
         };
         Job job;
         job.program = static_cast<int>(dice.between(-1, 25));
-        for (std::int64_t i = dice.between(0, 5); i > 0; --i)
+        for (std::int64_t i = dice.between(0, 5); i > 0; --i) {
             job.sets.push_back({0, parameter(), value()});
-        for (std::int64_t i = dice.between(0, 8); i > 0; --i)
+        }
+        for (std::int64_t i = dice.between(0, 8); i > 0; --i) {
             job.automation.push_back({static_cast<std::size_t>(dice.between(
                                           0, static_cast<std::int64_t>(input.frames()))),
                                       parameter(), value()});
+        }
         std::stable_sort(job.automation.begin(), job.automation.end(),
                          [](const Change& a, const Change& b) { return a.frame < b.frame; });
         const SoundFile output = rendered(
@@ -227,10 +240,13 @@ TEST_F(TvDelay, TailEndsWhereTheEchoesHaveDiedAway) {
         const std::size_t longest = 5000 + 60 * 44100;
         const SoundFile whole = expected(input, job, longest);
         std::size_t last = 0;
-        for (std::size_t i = 0; i < longest; ++i)
-            for (int c = 0; c < 2; ++c)
-                if (std::abs(whole.at(i, c)) >= std::pow(10.0f, -90.0f / 20.0f))
+        for (std::size_t i = 0; i < longest; ++i) {
+            for (int c = 0; c < 2; ++c) {
+                if (std::abs(whole.at(i, c)) >= std::pow(10.0f, -90.0f / 20.0f)) {
                     last = i;
+                }
+            }
+        }
         EXPECT_EQ(output.frames(), last + 1) << kFactoryTable[program].name;
     }
 }
@@ -253,15 +269,17 @@ TEST_F(TvDelay, InfoTellsTheEffectAndItsPrograms) {
     EXPECT_EQ(json["flags"]["programChunks"], false);
     EXPECT_EQ(json["flags"]["isSynth"], false);
     ASSERT_EQ(json["parameters"].size(), 9u);
-    for (std::size_t i = 0; i < 9; ++i)
+    for (std::size_t i = 0; i < 9; ++i) {
         EXPECT_EQ(json["parameters"][i]["name"], kParameterNames[i]);
+    }
     EXPECT_EQ(json["parameters"][0]["display"], "3526");
     EXPECT_EQ(json["parameters"][0]["label"], "samples");
     EXPECT_EQ(json["parameters"][0]["value"].get<float>(), kFactoryTable[0].delayTime);
     EXPECT_EQ(json["parameters"][5]["display"], "");
     ASSERT_EQ(json["programs"].size(), 26u);
-    for (std::size_t i = 0; i < 26; ++i)
+    for (std::size_t i = 0; i < 26; ++i) {
         EXPECT_EQ(json["programs"][i]["name"], kFactoryTable[i].name);
+    }
 }
 
 TEST_F(TvDelay, InfoPrintsOneLineForEachParameterAndProgram) {
@@ -282,10 +300,11 @@ TEST_F(TvDelay, MeasurementFindsTheEchoesOfEachProgramCrossed) {
             const EchoAnalysis& crossed = measurement.echoes(input, 1 - input);
             EXPECT_FALSE(crossed.hasDirect());
             ASSERT_GE(crossed.echoCount(), 5u) << row.name;
-            for (std::size_t i = 0; i < 5; ++i)
+            for (std::size_t i = 0; i < 5; ++i) {
                 EXPECT_EQ(crossed.echo(i).frame,
                           row.lengthAt44100 * static_cast<std::int64_t>(i + 1))
                     << row.name;
+            }
             EXPECT_NEAR(crossed.echo(4).level / crossed.echo(0).level,
                         std::pow(static_cast<double>(row.feedBack), 4.0), 1e-4)
                 << row.name;
@@ -313,10 +332,13 @@ TEST_F(TvDelay, MeasurementFindsFilteredEchoesWhereTheyAre) {
 }
 
 TEST_F(TvDelay, PlotsOneProgramAndAll) {
-    for (const char* name : {"one.svg", "one.png"})
+    for (const char* name : {"one.svg", "one.png"}) {
         EXPECT_EQ(runTvhost({"plot", folder.file(name), "--program", "Canyon"}).status, 0);
-    for (const char* name : {"all.svg", "all.png"})
+    }
+    for (const char* name : {"all.svg", "all.png"}) {
         EXPECT_EQ(runTvhost({"plot", folder.file(name), "--all"}).status, 0);
-    for (const char* name : {"one.svg", "one.png", "all.svg", "all.png"})
+    }
+    for (const char* name : {"one.svg", "one.png", "all.svg", "all.png"}) {
         EXPECT_GT(std::filesystem::file_size(folder.file(name)), 50000u) << name;
+    }
 }

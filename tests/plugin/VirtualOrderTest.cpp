@@ -16,8 +16,7 @@ namespace {
 
 using Slots = std::vector<std::pair<const char*, std::ptrdiff_t>>;
 
-#define SLOT(type, operation)                                                                      \
-    { #operation, virtualSlot(&type::operation) }
+#define SLOT(type, operation) {#operation, virtualSlot(&type::operation)}
 
 void expectInOrder(const Slots& slots, std::ptrdiff_t first) {
     for (const auto& [name, slot] : slots) {

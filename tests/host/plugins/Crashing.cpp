@@ -12,8 +12,9 @@ public:
 protected:
     void process(float** in, float** out, int frames) override {
         TestEffect::process(in, out, frames);
-        if (frames > 0 && ++blocks == 2)
+        if (frames > 0 && ++blocks == 2) {
             std::abort();
+        }
     }
 
 private:

@@ -45,8 +45,9 @@ protected:
     }
     void setParameter(int index, float value) override {
         values[index] = value;
-        if (index == kTime)
+        if (index == kTime) {
             clear();
+        }
     }
     float getParameter(int index) override { return values[index]; }
     void process(float** in, float** out, int frames) override {
@@ -58,8 +59,9 @@ protected:
                 lines[c][at] = in[c][i] + values[kFeedback] * taps[c];
             }
             const bool cross = values[kCross] > 0.5f;
-            for (int c = 0; c < 2; ++c)
+            for (int c = 0; c < 2; ++c) {
                 out[c][i] = in[c][i] * values[kDry] + taps[cross ? 1 - c : c];
+            }
             at = (at + 1) % size;
         }
     }
@@ -69,8 +71,9 @@ private:
         return std::max(1, static_cast<int>(std::lround(values[kTime] * sampleRate)));
     }
     void clear() {
-        for (std::vector<float>& line : lines)
+        for (std::vector<float>& line : lines) {
             line.assign(200000, 0.0f);
+        }
         poles[0] = poles[1] = 0.0f;
         at = 0;
     }

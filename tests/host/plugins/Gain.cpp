@@ -53,9 +53,11 @@ protected:
     void setParameter(int index, float value) override { values[index] = value; }
     float getParameter(int index) override { return values[index]; }
     void process(float** in, float** out, int frames) override {
-        for (int c = 0; c < 2; ++c)
-            for (int i = 0; i < frames; ++i)
+        for (int c = 0; c < 2; ++c) {
+            for (int i = 0; i < frames; ++i) {
                 out[c][i] = in[c][i] * values[0] + values[1];
+            }
+        }
     }
 
 private:

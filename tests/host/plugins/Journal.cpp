@@ -73,17 +73,20 @@ protected:
     }
     float getParameter(int) override { return knob; }
     void process(float** in, float** out, int frames) override {
-        if (sampleRate != processedRate)
+        if (sampleRate != processedRate) {
             knob = 0.0f;
+        }
         processedRate = sampleRate;
         const auto* time = reinterpret_cast<const VstTimeInfo*>(
             host(&record, audioMasterGetTime, 0, 0, nullptr, 0.0f));
         note("process " + std::to_string(frames) + " at " +
              std::to_string(static_cast<long>(time->samplePos)) + " level " +
              std::to_string(host(&record, audioMasterGetCurrentProcessLevel, 0, 0, nullptr, 0.0f)));
-        for (int c = 0; c < 2; ++c)
-            for (int i = 0; i < frames; ++i)
+        for (int c = 0; c < 2; ++c) {
+            for (int i = 0; i < frames; ++i) {
                 out[c][i] = in[c][i] * knob;
+            }
+        }
     }
 
 private:

@@ -31,8 +31,9 @@ protected:
     }
     void process(float** in, float** out, int frames) override {
         const std::size_t length = 200 + 100 * static_cast<std::size_t>(program);
-        for (std::vector<float>& line : lines)
+        for (std::vector<float>& line : lines) {
             line.resize(length);
+        }
         for (int i = 0; i < frames; ++i) {
             for (int c = 0; c < 2; ++c) {
                 std::swap(lines[c][at], in[c][i]);

@@ -11,9 +11,11 @@ public:
 
 protected:
     void process(float** in, float** out, int frames) override {
-        for (int i = 0; i < frames; ++i, ++done)
-            for (int c = 0; c < 2; ++c)
+        for (int i = 0; i < frames; ++i, ++done) {
+            for (int c = 0; c < 2; ++c) {
                 out[c][i] = done < 1000 ? in[c][i] : std::numeric_limits<float>::quiet_NaN();
+            }
+        }
     }
 
 private:

@@ -70,28 +70,34 @@ protected:
 
 private:
     void open(Window window) {
-        if (behaviour == kRefusing)
+        if (behaviour == kRefusing) {
             return;
+        }
         parent = window;
-        if (behaviour == kLate)
+        if (behaviour == kLate) {
             rectangle = {0, 0, 100, 200};
+        }
         display = XOpenDisplay(nullptr);
-        if (!display || behaviour == kEmpty)
+        if (!display || behaviour == kEmpty) {
             return;
+        }
         child = XCreateSimpleWindow(display, parent, 0, 0, width(), height(), 0, 0, colour());
         XMapWindow(display, child);
         XSync(display, False);
     }
     void idle() {
-        if (!child)
+        if (!child) {
             return;
+        }
         if (behaviour == kGrowing && rectangle.right == 120) {
             rectangle = {0, 0, 90, 160};
-            if (host(&record, audioMasterSizeWindow, 160, 90, nullptr, 0.0f) == 1)
+            if (host(&record, audioMasterSizeWindow, 160, 90, nullptr, 0.0f) == 1) {
                 XResizeWindow(display, child, width(), height());
+            }
         }
-        if (behaviour == kRestless)
+        if (behaviour == kRestless) {
             ++blue;
+        }
         XSetWindowBackground(display, child, colour());
         XClearWindow(display, child);
         XFlush(display);
@@ -102,8 +108,9 @@ private:
             const bool there = display && XGetWindowAttributes(display, parent, &attributes);
             std::ofstream(path) << (there ? "closed in its window\n" : "closed without a window\n");
         }
-        if (display)
+        if (display) {
             XCloseDisplay(display);
+        }
         display = nullptr;
         child = 0;
     }

@@ -12,9 +12,11 @@ public:
 protected:
     void process(float** in, float** out, int frames) override {
         TestEffect::process(in, out, frames);
-        if (frames > 0 && ++blocks == 2)
-            for (;;)
+        if (frames > 0 && ++blocks == 2) {
+            for (;;) {
                 pause();
+            }
+        }
     }
 
 private:

@@ -18,8 +18,9 @@ public:
                                void* ptr, float opt) -> VstIntPtr {
             TestEffect* const self = of(e);
             const VstIntPtr answer = self->dispatch(opcode, index, value, ptr, opt);
-            if (opcode == effClose)
+            if (opcode == effClose) {
                 delete self;
+            }
             return answer;
         };
         record.setParameter = [](AEffect* e, VstInt32 index, float value) {
@@ -59,9 +60,11 @@ protected:
     virtual float getParameter(int index) { return 0.0f; }
     // Passes its first inputs through.
     virtual void process(float** in, float** out, int frames) {
-        for (int c = 0; c < record.numOutputs; ++c)
-            for (int i = 0; i < frames; ++i)
+        for (int c = 0; c < record.numOutputs; ++c) {
+            for (int i = 0; i < frames; ++i) {
                 out[c][i] = c < record.numInputs ? in[c][i] : 0.0f;
+            }
+        }
     }
 
     static VstIntPtr give(void* ptr, const std::string& text) {
