@@ -3,7 +3,7 @@
 #import "editor/ControlPoint13.h"
 #import "editor/TarnsCustomImageView13.h"
 #import "platform/EditorHosting.h"
-#include "tests/screen/XServer.h"
+#include "tests/support/screen/XServer.h"
 
 AppKitHost::AppKitHost() {
     sharedXServer();

@@ -6,10 +6,10 @@
 #include "editor/tveditor13.h"
 #include "plugin/vst2/EffectOpcodes.h"
 #include "tests/editor/RecordingSynth.h"
-#include "tests/screen/ExpectedFace.h"
-#include "tests/screen/Mouse.h"
-#include "tests/screen/SlapBack.h"
-#include "tests/screen/XServer.h"
+#include "tests/support/screen/ExpectedFace.h"
+#include "tests/support/screen/Mouse.h"
+#include "tests/support/screen/SlapBack.h"
+#include "tests/support/screen/XServer.h"
 
 #include <objc/runtime.h>
 

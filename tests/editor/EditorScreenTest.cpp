@@ -1,9 +1,9 @@
 // An editor in the window of a Linux host: what it shows, and what the mouse makes of it.
 #include "tests/editor/RecordingSynth.h"
-#include "tests/screen/HostedEditor.h"
-#include "tests/screen/SlapBack.h"
-#include "tests/screen/XServer.h"
 #include "tests/support/RandomSeed.h"
+#include "tests/support/screen/HostedEditor.h"
+#include "tests/support/screen/SlapBack.h"
+#include "tests/support/screen/XServer.h"
 
 #include "editor/tveditor13.h"
 #include "plugin/vst2/EffectOpcodes.h"

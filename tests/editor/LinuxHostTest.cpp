@@ -1,9 +1,9 @@
 // The built plug-in's editor under what Linux hosts do to it. Nothing here is linked with anything
 // of the plug-in.
-#include "tests/screen/HostedEditor.h"
-#include "tests/screen/SlapBack.h"
-#include "tests/screen/XServer.h"
 #include "tests/support/LoadedPlugin.h"
+#include "tests/support/screen/HostedEditor.h"
+#include "tests/support/screen/SlapBack.h"
+#include "tests/support/screen/XServer.h"
 
 #include "plugin/vst2/EffectOpcodes.h"
 

@@ -3,9 +3,9 @@
 #include "tests/host/ProgramRun.h"
 #include "tests/host/TemporaryFolder.h"
 #include "tests/host/TestPlugin.h"
-#include "tests/screen/Mouse.h"
-#include "tests/screen/ScreenWindows.h"
-#include "tests/screen/XServer.h"
+#include "tests/support/screen/Mouse.h"
+#include "tests/support/screen/ScreenWindows.h"
+#include "tests/support/screen/XServer.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 // What the product's editor shows for what its effect is set to.
 #pragma once
 
-#include "tests/screen/ExpectedFace.h"
 #include "tests/support/ReferenceDelay.h"
+#include "tests/support/screen/ExpectedFace.h"
 
 #include <cstddef>
 

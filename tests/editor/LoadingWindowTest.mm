@@ -1,0 +1,200 @@
+// The loading window on a screen.
+#include "editor/LoadingWindow.h"
+
+#import "editor/lWindowView9.h"
+#include "tests/editor/DrawnTexts.h"
+#include "tests/editor/ViewTest.h"
+#include "tests/editor/ViewWindow.h"
+#include "tests/support/screen/ExpectedFace.h"
+
+#include <gmock/gmock.h>
+
+#include <CoreGraphics/CoreGraphics.h>
+#import <QuartzCore/QuartzCore.h>
+
+using testing::Each;
+using testing::ElementsAre;
+
+namespace {
+
+std::string textOf(NSString* text) {
+    return [text UTF8String];
+}
+
+} // namespace
+
+class LoadingView : public ViewTest {
+protected:
+    LoadingView()
+        : image(plainImage([NSColor redColor], NSMakeSize(20, 20))),
+          view([[lWindowView9 alloc] initWithImage:image andFrame:NSMakeRect(0, 0, 250, 121)]) {}
+    ~LoadingView() override { [view release]; }
+
+    NSImage* const image;
+    lWindowView9* const view;
+};
+
+TEST_F(LoadingView, StartsAtNothingOf4380) {
+    EXPECT_EQ([view TotalSamples], 4380u);
+    EXPECT_EQ([view currentSamples], 0u);
+    EXPECT_EQ(textOf([view SampleMessage]), "Loading Sample:");
+    EXPECT_EQ(textOf([view SamplemessageBack]), "Loading Sample:");
+    EXPECT_TRUE(NSEqualRects([view frame], NSMakeRect(0, 0, 250, 121)));
+    EXPECT_NE([view layer], nil);
+}
+
+TEST_F(LoadingView, DoesNotOwnItsImage) {
+    const NSUInteger owners = [image retainCount];
+    lWindowView9* const other = [[lWindowView9 alloc] initWithImage:image andFrame:NSZeroRect];
+    EXPECT_EQ([image retainCount], owners);
+    [other release];
+    EXPECT_EQ([image retainCount], owners);
+}
+
+TEST_F(LoadingView, ReplacesTheInitialTextAtTheFirstPainting) {
+    DrawnTexts drawn;
+    ViewWindow window(view, [view frame].size);
+    EXPECT_THAT(drawn.texts(),
+                ElementsAre("Loading Samples 0 of 4380", "Loading Samples 0 of 4380"));
+    EXPECT_EQ(textOf([view SampleMessage]), "Loading Samples 0 of 4380");
+    EXPECT_EQ(textOf([view SamplemessageBack]), "Loading Samples 0 of 4380");
+}
+
+TEST_F(LoadingView, ReplacesTextsThatAreSet) {
+    [view setSampleMessage:@"one"];
+    [view setSampleMessageBack:@"two"];
+    EXPECT_EQ(textOf([view SampleMessage]), "one");
+    EXPECT_EQ(textOf([view SamplemessageBack]), "two");
+    DrawnTexts drawn;
+    ViewWindow window(view, [view frame].size);
+    EXPECT_THAT(drawn.texts(), Each("Loading Samples 0 of 4380"));
+}
+
+TEST_F(LoadingView, DrawsTheBlackLineBehindTheWhiteOne) {
+    DrawnTexts drawn;
+    ViewWindow window(view, [view frame].size);
+    ASSERT_EQ(drawn.all.size(), 2u);
+    EXPECT_TRUE(NSEqualPoints(drawn.all[0].place.origin, NSMakePoint(29, 8)));
+    EXPECT_TRUE(NSEqualPoints(drawn.all[1].place.origin, NSMakePoint(30, 10)));
+    EXPECT_TRUE(sameColour([drawn.all[0].attributes objectForKey:NSForegroundColorAttributeName],
+                           [NSColor blackColor]));
+    EXPECT_TRUE(sameColour([drawn.all[1].attributes objectForKey:NSForegroundColorAttributeName],
+                           [NSColor whiteColor]));
+    EXPECT_EQ([drawn.all[0].attributes count], 1u);
+    EXPECT_EQ([drawn.all[1].attributes count], 1u);
+}
+
+TEST_F(LoadingView, ShowsANewTotalAtTheNextPainting) {
+    ViewWindow window(view, [view frame].size);
+    DrawnTexts drawn;
+    [view setTotalSamples:90];
+    EXPECT_EQ(drawn.all.size(), 0u);
+    window.repaint();
+    EXPECT_THAT(drawn.texts(), ElementsAre("Loading Samples 0 of 90", "Loading Samples 0 of 90"));
+}
+
+TEST_F(LoadingView, PrintsLargeCountsAsSignedNumbers) {
+    ViewWindow window(view, [view frame].size);
+    DrawnTexts drawn;
+    [view setcurrentSamples:0xFFFFFFFF];
+    [view setTotalSamples:0x80000000];
+    EXPECT_EQ([view currentSamples], 0xFFFFFFFF);
+    window.repaint();
+    EXPECT_THAT(drawn.texts(), Each("Loading Samples -1 of -2147483648"));
+}
+
+TEST_F(LoadingView, DrawsItsImageAsLargeAsWhatIsRepaintedFromItsCorner) {
+    ViewWindow window(view, NSMakeSize(260, 130));
+    const ScreenPart whole = window.screen();
+    const Pixel red{255, 0, 0, 255};
+    EXPECT_EQ(pixelAt(whole, 0, 0), red);
+    EXPECT_EQ(pixelAt(whole, 249, 120), red);
+    EXPECT_EQ(pixelAt(whole, 250, 60), kWindowGrey);
+    EXPECT_EQ(pixelAt(whole, 100, 121), kWindowGrey);
+}
+
+TEST_F(LoadingView, ShowsItsTextWithoutAnImage) {
+    lWindowView9* const bare = [[[lWindowView9 alloc] initWithImage:nil
+                                                           andFrame:[view frame]] autorelease];
+    DrawnTexts drawn;
+    ViewWindow window(bare, [view frame].size);
+    EXPECT_EQ(drawn.all.size(), 2u);
+    EXPECT_EQ(pixelAt(window.screen(), 200, 100), kWindowGrey);
+}
+
+class LoadingWindowOnScreen : public ViewTest {
+protected:
+    LoadingWindowOnScreen() { loading.open(); }
+    ~LoadingWindowOnScreen() override { loading.close(); }
+
+    lWindowView9* view() const { return [loading.window contentView]; }
+
+    LoadingWindow loading{};
+};
+
+TEST_F(LoadingWindowOnScreen, OpensInTheMiddleAboveAll) {
+    EXPECT_TRUE([loading.window isVisible]);
+    EXPECT_TRUE(NSEqualRects([loading.window frame], NSMakeRect(515, 340, 250, 121)));
+    EXPECT_EQ([loading.window styleMask], 0u);
+    EXPECT_EQ([loading.window level], CGShieldingWindowLevel());
+    EXPECT_GT(CGShieldingWindowLevel(), CGWindowLevelForKey(kCGFloatingWindowLevelKey));
+    EXPECT_FALSE([loading.window isOpaque]);
+    EXPECT_TRUE([loading.window isAutodisplay]);
+    EXPECT_TRUE(sameColour([loading.window backgroundColor], [NSColor clearColor]));
+    EXPECT_TRUE([view() isMemberOfClass:[lWindowView9 class]]);
+    EXPECT_TRUE(NSEqualRects([view() frame], NSMakeRect(0, 0, 250, 121)));
+}
+
+TEST_F(LoadingWindowOnScreen, FindsItsPictureInTheBundle) {
+    EXPECT_NEAR([loading.backgroundImage size].width, 250.0, 0.1);
+    EXPECT_NEAR([loading.backgroundImage size].height, 121.0, 0.1);
+    EXPECT_EQ(variable<NSImage*>(view(), "BackgroundImage"), loading.backgroundImage);
+}
+
+TEST_F(LoadingWindowOnScreen, Counts4380In73StepsAndGoesOn) {
+    for (unsigned step = 1; step <= 74; ++step) {
+        DrawnTexts drawn;
+        loading.advance();
+        const std::string expected = "Loading Samples " + std::to_string(60 * step) + " of 4380";
+        ASSERT_FALSE(drawn.all.empty());
+        EXPECT_THAT(drawn.texts(), Each(expected));
+        EXPECT_EQ([view() currentSamples], 60 * step);
+    }
+    EXPECT_EQ(textOf([view() SampleMessage]), "Loading Samples 4440 of 4380");
+}
+
+TEST_F(LoadingWindowOnScreen, AdvancesBy60WhateverTheTotalIs) {
+    [view() setTotalSamples:7];
+    loading.advance();
+    EXPECT_EQ([view() currentSamples], 60u);
+    EXPECT_EQ(textOf([view() SampleMessage]), "Loading Samples 60 of 7");
+}
+
+TEST_F(LoadingWindowOnScreen, ShowsEachAdvance) {
+    ScreenPart before = screenOf(loading.window);
+    const ScreenPart first = before;
+    for (int step = 0; step < 3; ++step) {
+        loading.advance();
+        const ScreenPart now = screenOf(loading.window);
+        EXPECT_GT(differenceOf(now, before).largest, 50);
+        EXPECT_EQ(pixelAt(now, 200, 100), pixelAt(first, 200, 100));
+        before = now;
+    }
+}
+
+TEST_F(LoadingWindowOnScreen, KeepsNoModalSessionBetweenCalls) {
+    EXPECT_EQ([NSApp modalWindow], nil);
+    loading.advance();
+    EXPECT_EQ([NSApp modalWindow], nil);
+}
+
+TEST_F(LoadingWindowOnScreen, KeepsItsObjectsAfterClosing) {
+    NSWindow* const window = [loading.window retain];
+    const NSUInteger owners = [window retainCount];
+    loading.close();
+    EXPECT_FALSE([window isVisible]);
+    EXPECT_EQ([window retainCount], owners);
+    EXPECT_EQ(loading.window, window);
+    EXPECT_EQ([view() currentSamples], 0u);
+    [window release];
+}

@@ -1,0 +1,47 @@
+#include "tests/editor/ViewWindow.h"
+
+#include "tests/support/screen/ScreenPart.h"
+#include "tests/support/screen/XServer.h"
+
+#import <GNUstepGUI/GSDisplayServer.h>
+
+#include <X11/Xlib.h>
+
+ViewWindow::ViewWindow(NSView* view, NSSize size)
+    : window([[NSWindow alloc] initWithContentRect:NSMakeRect(60, 60, size.width, size.height)
+                                         styleMask:NSBorderlessWindowMask
+                                           backing:NSBackingStoreBuffered
+                                             defer:NO]) {
+    [window setReleasedWhenClosed:NO];
+    [window setBackgroundColor:[NSColor colorWithCalibratedWhite:0.2 alpha:1.0]];
+    // A window paints itself when it is ordered front, but not yet on the screen.
+    [window orderFrontRegardless];
+    [[window contentView] addSubview:view];
+    repaint();
+}
+
+ViewWindow::~ViewWindow() {
+    [window close];
+    [window release];
+}
+
+void ViewWindow::repaint() {
+    [window display];
+}
+
+ScreenPart ViewWindow::screen() const {
+    return screenOf(window);
+}
+
+ScreenPart screenOf(NSWindow* window) {
+    [window flushWindow];
+    XSync(static_cast<Display*>([GSCurrentServer() serverDevice]), False);
+    const NSRect frame = [window frame];
+    return grabScreen(static_cast<int>(NSMinX(frame)),
+                      XServer::kHeight - static_cast<int>(NSMaxY(frame)),
+                      static_cast<int>(NSWidth(frame)), static_cast<int>(NSHeight(frame)));
+}
+
+const Pixel& pixelAt(const ScreenPart& part, int x, int y) {
+    return part.at(x, part.height - 1 - y);
+}

@@ -1,0 +1,64 @@
+#include "tests/support/screen/Mouse.h"
+
+#include <chrono>
+#include <stdexcept>
+#include <thread>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+void xdotool(const std::vector<std::string>& arguments) {
+    const pid_t process = fork();
+    if (process == 0) {
+        std::vector<char*> words{const_cast<char*>("xdotool")};
+        for (const std::string& argument : arguments) {
+            words.push_back(const_cast<char*>(argument.c_str()));
+        }
+        words.push_back(nullptr);
+        execvp("xdotool", words.data());
+        _exit(127);
+    }
+    int status = 0;
+    waitpid(process, &status, 0);
+    if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) {
+        throw std::runtime_error("xdotool failed");
+    }
+}
+
+std::vector<std::string> Mouse::movement(int x, int y) const {
+    // The pixel above a point's lower edge.
+    return {"mousemove", std::to_string(left_ + x), std::to_string(bottom_ - 1 - y)};
+}
+
+void Mouse::moveTo(int x, int y) const {
+    xdotool(movement(x, y));
+}
+
+void Mouse::press() const {
+    xdotool({"mousedown", "1"});
+}
+
+void Mouse::release() const {
+    xdotool({"mouseup", "1"});
+}
+
+void Mouse::dragAtOnce(int fromX, int fromY, int toX, int toY) const {
+    std::vector<std::string> words = movement(fromX, fromY);
+    words.insert(words.end(), {"mousedown", "1"});
+    const std::vector<std::string> way = movement(toX, toY);
+    words.insert(words.end(), way.begin(), way.end());
+    words.insert(words.end(), {"mouseup", "1"});
+    xdotool(words);
+}
+
+bool idleUntil(const std::function<void()>& idle, const std::function<bool()>& done) {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+    while (!done()) {
+        if (std::chrono::steady_clock::now() > end) {
+            return false;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        idle();
+    }
+    return true;
+}
