@@ -1,5 +1,5 @@
-#include "host/CommandLine.h"
-#include "host/SignalGuard.h"
+#include "host/base/SignalGuard.h"
+#include "host/commands/CommandLine.h"
 
 int main(int argc, char** argv) {
     tvhost::guardAgainstSignals();

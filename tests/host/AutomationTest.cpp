@@ -1,6 +1,6 @@
-#include "host/Automation.h"
+#include "host/render/Automation.h"
 
-#include "host/UserError.h"
+#include "host/base/UserError.h"
 #include "tests/host/TestPlugin.h"
 
 #include <gmock/gmock.h>

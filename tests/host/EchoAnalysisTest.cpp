@@ -1,4 +1,4 @@
-#include "host/EchoAnalysis.h"
+#include "host/measure/EchoAnalysis.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "host/EffectInstance.h"
+#include "host/plugin/EffectInstance.h"
 
-#include "host/UserError.h"
+#include "host/base/UserError.h"
 #include "plugin/vst2/EffectOpcodes.h"
 #include "tests/host/TestPlugin.h"
 

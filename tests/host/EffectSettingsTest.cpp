@@ -1,7 +1,7 @@
-#include "host/EffectSettings.h"
+#include "host/plugin/EffectSettings.h"
 
-#include "host/EffectLookup.h"
-#include "host/UserError.h"
+#include "host/base/UserError.h"
+#include "host/plugin/EffectLookup.h"
 #include "tests/host/TestPlugin.h"
 
 #include <gmock/gmock.h>

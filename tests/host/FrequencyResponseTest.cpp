@@ -1,4 +1,4 @@
-#include "host/FrequencyResponse.h"
+#include "host/measure/FrequencyResponse.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "host/HostCallback.h"
+#include "host/plugin/HostCallback.h"
 
 #include "plugin/vst2/HostOpcodes.h"
 

@@ -1,4 +1,4 @@
-#include "host/NumberText.h"
+#include "host/base/NumberText.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "host/OutputFile.h"
+#include "host/base/OutputFile.h"
 
-#include "host/UserError.h"
+#include "host/base/UserError.h"
 #include "tests/host/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "host/PlainText.h"
+#include "host/base/PlainText.h"
 
 #include <gtest/gtest.h>
 

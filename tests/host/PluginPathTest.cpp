@@ -1,7 +1,7 @@
-#include "host/PluginPath.h"
+#include "host/plugin/PluginPath.h"
 
-#include "host/PluginModule.h"
-#include "host/UserError.h"
+#include "host/base/UserError.h"
+#include "host/plugin/PluginModule.h"
 #include "tests/host/ProgramRun.h"
 #include "tests/host/TemporaryFolder.h"
 #include "tests/host/TestPlugin.h"

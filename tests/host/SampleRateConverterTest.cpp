@@ -1,6 +1,6 @@
-#include "host/SampleRateConverter.h"
+#include "host/render/SampleRateConverter.h"
 
-#include "host/UserError.h"
+#include "host/base/UserError.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "host/SoundFormat.h"
+#include "host/render/SoundFormat.h"
 
-#include "host/UserError.h"
+#include "host/base/UserError.h"
 
 #include <gtest/gtest.h>
 

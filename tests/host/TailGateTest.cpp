@@ -1,4 +1,4 @@
-#include "host/TailGate.h"
+#include "host/render/TailGate.h"
 
 #include <gtest/gtest.h>
 

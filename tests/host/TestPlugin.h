@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/PluginModule.h"
+#include "host/plugin/PluginModule.h"
 
 #include <memory>
 #include <string>

@@ -1,5 +1,5 @@
 // The product's plug-in, driven by tvhost as by any other host.
-#include "host/EffectMeasurement.h"
+#include "host/measure/EffectMeasurement.h"
 #include "tests/host/ProgramRun.h"
 #include "tests/host/SoundFile.h"
 #include "tests/host/TemporaryFolder.h"

@@ -1,0 +1,93 @@
+#include "host/commands/CommandLine.h"
+
+#include "host/base/PlainText.h"
+#include "host/base/UserError.h"
+#include "host/commands/Command.h"
+#include "host/commands/EditCommand.h"
+#include "host/commands/InfoCommand.h"
+#include "host/commands/PlotCommand.h"
+#include "host/commands/RenderCommand.h"
+#include "host/commands/SnapshotCommand.h"
+
+#include <CLI/CLI.hpp>
+
+#include <cstdio>
+#include <exception>
+#include <iostream>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace tvhost {
+
+namespace {
+
+constexpr int kRefused = 2;
+
+// What is wrong when no command was recognised.
+std::string commandMissing(const CLI::App& app) {
+    const std::vector<std::string> words = app.remaining();
+    return (words.empty() ? "no command is given"
+                          : "there is no command \"" + words.front() + "\"") +
+           std::string("; give info, render, plot, edit or snapshot");
+}
+
+int refuse(const std::string& text) {
+    std::fprintf(stderr, "tvhost: %s\n", plainText(text).c_str());
+    return kRefused;
+}
+
+} // namespace
+
+int runCommandLine(int argc, const char* const* argv) {
+    CLI::App app("Runs VST 2 effects from the command line.", "tvhost");
+    app.set_version_flag("--version", "tvhost " TVHOST_VERSION, "Print the version and exit");
+    app.set_help_flag("-h,--help", "Print this help and exit");
+    app.require_subcommand(1);
+    app.footer("'tvhost COMMAND --help' tells more about each command.");
+
+    std::vector<std::pair<const CLI::App*, std::unique_ptr<Command>>> commands;
+    const auto add = [&](std::unique_ptr<Command> command) {
+        const CLI::App* const declared = command->declare(app);
+        commands.emplace_back(declared, std::move(command));
+    };
+    add(std::make_unique<InfoCommand>());
+    add(std::make_unique<RenderCommand>());
+    add(std::make_unique<PlotCommand>());
+    add(std::make_unique<EditCommand>());
+    add(std::make_unique<SnapshotCommand>());
+
+    try {
+        app.parse(argc, argv);
+        for (const auto& [declared, command] : commands) {
+            if (declared->parsed()) {
+                command->run();
+            }
+        }
+        // A full disk behind standard output is as much a failure as any other.
+        std::cout.flush();
+        if (!std::cout) {
+            return refuse("standard output cannot be written; give one with room for the answer");
+        }
+        return 0;
+    } catch (const CLI::ParseError& error) {
+        if (error.get_exit_code() == 0) {
+            return app.exit(error);
+        }
+        const std::vector<CLI::App*> given = app.get_subcommands();
+        if (given.empty()) {
+            return refuse(commandMissing(app) + "; see 'tvhost --help'");
+        }
+        return refuse(std::string(error.what()) + "; see 'tvhost " + given.front()->get_name() +
+                      " --help'");
+    } catch (const UserError& error) {
+        return refuse(error.what());
+    } catch (const std::bad_alloc&) {
+        return refuse("there is not enough memory; give shorter files or smaller blocks");
+    } catch (const std::exception& error) {
+        return refuse(std::string("failed: ") + error.what());
+    }
+}
+
+} // namespace tvhost

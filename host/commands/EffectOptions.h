@@ -1,0 +1,26 @@
+#pragma once
+
+#include "host/plugin/EffectInstance.h"
+#include "host/plugin/EffectSettings.h"
+
+#include <CLI/App.hpp>
+
+#include <memory>
+#include <string>
+
+namespace tvhost {
+
+// The options by which several commands choose a plug-in and what it is set to.
+struct EffectOptions {
+    std::string plugin; // as given; empty for the default one
+    EffectSettings settings;
+
+    void declarePlugin(CLI::App& command);
+    CLI::Option* declareProgram(CLI::App& command);
+    void declareSets(CLI::App& command);
+
+    // Loads the plug-in; each effect made from it is a new one. Throws UserError.
+    std::shared_ptr<const PluginModule> load() const;
+};
+
+} // namespace tvhost

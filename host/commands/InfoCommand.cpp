@@ -1,0 +1,32 @@
+#include "host/commands/InfoCommand.h"
+
+#include "host/plugin/EffectDescription.h"
+#include "host/plugin/EffectInstance.h"
+#include "host/plugin/PluginPath.h"
+
+#include <iostream>
+#include <memory>
+
+namespace tvhost {
+
+CLI::App* InfoCommand::declare(CLI::App& app) {
+    CLI::App* const command = app.add_subcommand("info", "Print what a plug-in says about itself");
+    command
+        ->add_option("PLUGIN", plugin,
+                     "VST 2 bundle or .so; without it TvDelay.vst beside tvhost or in VST_PATH, "
+                     "~/.vst, /usr/local/lib/vst, /usr/lib/vst")
+        ->type_name("");
+    command->add_flag("--json", json, "Print JSON, with keys that stay from version to version");
+    return command;
+}
+
+void InfoCommand::run() {
+    const EffectInstance effect(std::make_shared<const PluginModule>(pluginPath(plugin)));
+    if (json) {
+        std::cout << describe(effect).dump(2) << "\n";
+    } else {
+        std::cout << describeForReading(effect);
+    }
+}
+
+} // namespace tvhost

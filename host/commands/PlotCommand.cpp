@@ -1,0 +1,68 @@
+#include "host/commands/PlotCommand.h"
+
+#include "host/base/UserError.h"
+#include "host/measure/EffectMeasurement.h"
+#include "host/plot/PlotFile.h"
+#include "host/plot/ProgramPage.h"
+#include "host/plot/ProgramSheet.h"
+#include "host/plugin/EffectInstance.h"
+
+#include <vector>
+
+namespace tvhost {
+
+CLI::App* PlotCommand::declare(CLI::App& app) {
+    CLI::App* const command =
+        app.add_subcommand("plot", "Draw the echoes of an effect and their frequency response");
+    command->add_option("OUT", output, "Picture to write, .svg or .png")->required()->type_name("");
+    options.declarePlugin(*command);
+    CLI::Option* const program = options.declareProgram(*command);
+    options.declareSets(*command);
+    command->add_flag("--all", all, "Draw all programs on one sheet")->excludes(program);
+    command->footer(
+        "Each input in turn gets one sample of 1.0 at 44100 Hz; echoes are found in what comes\n"
+        "out, down to -120 dB, and marked with their time and level.\n"
+        "\n"
+        "  tvhost plot slapback.svg --program SlapBack\n"
+        "  tvhost plot programs.png --all");
+    return command;
+}
+
+void PlotCommand::run() {
+    PlotFile::requireKnownExtension(output);
+    if (all) {
+        drawAll();
+    } else {
+        drawOne();
+    }
+}
+
+void PlotCommand::drawOne() const {
+    const EffectMeasurement measurement(options.load(), options.settings);
+    const ProgramPage page(measurement);
+    PlotFile file(output, page.width(), page.height());
+    Canvas canvas = file.canvas();
+    page.draw(canvas);
+    file.finish();
+}
+
+void PlotCommand::drawAll() const {
+    const auto module = options.load();
+    const EffectInstance effect(module);
+    if (effect.programCount() == 0) {
+        throw UserError(effect.name() + " has no programs; leave --all away");
+    }
+    std::vector<EffectMeasurement> measurements;
+    for (int program = 0; program < effect.programCount(); ++program) {
+        EffectSettings settings = options.settings;
+        settings.program = std::to_string(program);
+        measurements.emplace_back(module, settings);
+    }
+    const ProgramSheet sheet(measurements);
+    PlotFile file(output, sheet.width(), sheet.height());
+    Canvas canvas = file.canvas();
+    sheet.draw(canvas);
+    file.finish();
+}
+
+} // namespace tvhost

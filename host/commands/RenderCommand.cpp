@@ -1,0 +1,182 @@
+#include "host/commands/RenderCommand.h"
+
+#include "host/base/NumberText.h"
+#include "host/base/UserError.h"
+#include "host/plugin/EffectInstance.h"
+#include "host/render/Automation.h"
+#include "host/render/ProgressBar.h"
+#include "host/render/Renderer.h"
+#include "host/render/SampleRateConverter.h"
+#include "host/render/SoundFileReader.h"
+#include "host/render/SoundFileWriter.h"
+
+#include <chrono>
+#include <cstdio>
+#include <iostream>
+#include <memory>
+#include <optional>
+
+namespace tvhost {
+
+namespace {
+
+constexpr int kDefaultBlock = 512;
+constexpr int kLargestBlock = 65536;
+constexpr int kLowestRate = 1000;
+constexpr int kHighestRate = 192000;
+constexpr double kLongestTail = 3600.0;
+
+int blockFrom(const std::string& text) {
+    if (text.empty()) {
+        return kDefaultBlock;
+    }
+    const auto block = parseWholeNumber(text);
+    if (!block || *block < 1 || *block > kLargestBlock) {
+        throw UserError("--block " + text + ": give a whole number of frames from 1 to " +
+                        std::to_string(kLargestBlock));
+    }
+    return static_cast<int>(*block);
+}
+
+std::optional<int> rateFrom(const std::string& text) {
+    if (text.empty()) {
+        return std::nullopt;
+    }
+    const auto rate = parseWholeNumber(text);
+    if (!rate || *rate < kLowestRate || *rate > kHighestRate) {
+        throw UserError("--rate " + text + ": give a whole number of Hz from " +
+                        std::to_string(kLowestRate) + " to " + std::to_string(kHighestRate));
+    }
+    return static_cast<int>(*rate);
+}
+
+std::optional<double> tailFrom(const std::string& text) {
+    if (text.empty()) {
+        return std::nullopt;
+    }
+    const auto seconds = parseNumber(text);
+    if (!seconds || *seconds < 0.0 || *seconds > kLongestTail) {
+        throw UserError("--tail " + text + ": give a number of seconds from 0 to " +
+                        shortNumber(kLongestTail, 0));
+    }
+    return seconds;
+}
+
+std::unique_ptr<FrameSource> openInput(const std::string& path, std::optional<int> rate) {
+    std::unique_ptr<FrameSource> source = std::make_unique<SoundFileReader>(path);
+    if (rate && *rate != source->sampleRate()) {
+        return std::make_unique<SampleRateConverter>(std::move(source), *rate, path);
+    }
+    if (source->sampleRate() < kLowestRate || source->sampleRate() > kHighestRate) {
+        throw UserError(path + " is at " + std::to_string(source->sampleRate()) +
+                        " Hz; give a --rate from " + std::to_string(kLowestRate) + " to " +
+                        std::to_string(kHighestRate) + " to render at");
+    }
+    return source;
+}
+
+std::string count(std::int64_t number, const char* thing) {
+    return std::to_string(number) + " " + thing + (number == 1 ? "" : "s");
+}
+
+void warn(const std::string& text) {
+    std::fprintf(stderr, "tvhost: warning: %s\n", text.c_str());
+}
+
+} // namespace
+
+CLI::App* RenderCommand::declare(CLI::App& app) {
+    CLI::App* const command = app.add_subcommand("render", "Send a sound file through an effect");
+    command->add_option("IN", input, "Sound file to read, mono or stereo, at any sample rate")
+        ->required()
+        ->type_name("");
+    command
+        ->add_option("OUT", output,
+                     "Sound file to write; its extension is its format: " +
+                         SoundFormat::knownExtensions())
+        ->required()
+        ->type_name("");
+    options.declarePlugin(*command);
+    options.declareProgram(*command);
+    options.declareSets(*command);
+    command
+        ->add_option("--automate", automation,
+                     "Set a parameter to the value V at the time T, in seconds of the output, and "
+                     "so on; values step, on the sample, and hold until the next; may be repeated")
+        ->type_name("NAME=T:V,T:V,...")
+        ->allow_extra_args(false);
+    command
+        ->add_option("--block", block,
+                     "Most frames the effect gets at a time, 1 to " +
+                         std::to_string(kLargestBlock) + "; " + std::to_string(kDefaultBlock) +
+                         " without")
+        ->type_name("N");
+    command
+        ->add_option("--rate", rate,
+                     "Run the effect and write at this sample rate; the input is resampled by "
+                     "libsamplerate's best converter. Without it, the input's own rate")
+        ->type_name("HZ");
+    command
+        ->add_option("--tail", tail,
+                     "Length of what follows the input's end; without it until the echoes have "
+                     "died away below -90 dBFS, at most 60 s")
+        ->type_name("SECONDS");
+    command->footer(
+        "A mono input feeds both inputs of a stereo effect. OUT appears when it is complete and\n"
+        "may be IN. WAV, AIFF, CAF, W64, RF64 and AU are written in floating point and keep what\n"
+        "goes beyond full scale; FLAC has 24 bits and clips it.\n"
+        "\n"
+        "  tvhost render guitar.wav echo.wav --program SlapBack\n"
+        "  tvhost render voice.flac echo.flac --set Delay=0.3 --set Mix=0.5 --tail 4\n"
+        "  tvhost render drums.wav echo.wav --automate Mix=0:0,2.5:0.8 --rate 48000");
+    return command;
+}
+
+void RenderCommand::run() {
+    const int blockSize = blockFrom(block);
+    const std::optional<int> givenRate = rateFrom(rate);
+    const std::optional<double> tailSeconds = tailFrom(tail);
+    SoundFormat::requireKnownExtension(output);
+
+    EffectInstance effect(options.load());
+    effect.requireAudio();
+    const std::unique_ptr<FrameSource> source = openInput(input, givenRate);
+    const int sampleRate = source->sampleRate();
+    effect.start(sampleRate, blockSize);
+    options.settings.apply(effect);
+    Automation changes(effect, automation, sampleRate);
+
+    const std::int64_t expected =
+        source->expectedFrames() +
+        static_cast<std::int64_t>(tailSeconds.value_or(TailGate::kLongestSeconds) * sampleRate);
+    const SoundFormat format =
+        SoundFormat::forFile(output, effect.outputCount(), sampleRate, expected);
+    SoundFileWriter writer(output, format, effect.outputCount(), sampleRate);
+
+    const auto begin = std::chrono::steady_clock::now();
+    {
+        ProgressBar progress(source->expectedFrames(), sampleRate);
+        Renderer(effect, *source, changes, writer, blockSize, tailSeconds).run(progress);
+    }
+    writer.finish();
+    const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - begin;
+
+    if (source->channels() > effect.inputCount()) {
+        warn(effect.name() + " takes one channel, so it got the mean of left and right");
+    }
+    if (writer.samplesClipped() > 0) {
+        warn(count(writer.samplesClipped(), "sample") + " beyond full scale clipped in " + output +
+             ", since " + format.name + " cannot hold them; WAV can");
+    }
+    if (changes.pending() > 0) {
+        warn(count(changes.pending(), "--automate point") +
+             " behind the end of the output had no effect; --tail makes it longer");
+    }
+
+    const double seconds = static_cast<double>(writer.framesWritten()) / sampleRate;
+    std::cout << output << ": " << fixedNumber(seconds, 3) << " s, peak "
+              << decibelText(writer.peak()) << "FS, " << fixedNumber(seconds / elapsed.count(), 0)
+              << "x real time\n";
+}
+
+} // namespace tvhost

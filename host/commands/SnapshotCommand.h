@@ -1,0 +1,21 @@
+#pragma once
+
+#include "host/commands/Command.h"
+#include "host/commands/EffectOptions.h"
+
+#include <string>
+
+namespace tvhost {
+
+// Makes a picture of an effect's editor.
+class SnapshotCommand : public Command {
+public:
+    CLI::App* declare(CLI::App& app) override;
+    void run() override;
+
+private:
+    std::string output;
+    EffectOptions options;
+};
+
+} // namespace tvhost

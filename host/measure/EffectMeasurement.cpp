@@ -1,0 +1,79 @@
+#include "host/measure/EffectMeasurement.h"
+
+#include "host/base/NumberText.h"
+#include "host/plugin/EffectInstance.h"
+
+#include <cmath>
+
+namespace tvhost {
+
+namespace {
+
+EffectMeasurement::Parameter describe(const EffectInstance& effect, int index) {
+    const double value = static_cast<double>(effect.parameter(index));
+    const std::string display = effect.parameterDisplay(index);
+    EffectMeasurement::Parameter parameter{effect.parameterName(index), shortNumber(value, 3), {}};
+    // Many effects show the normalised value itself, with an ornamental unit behind it.
+    const auto shown = parseNumber(display);
+    if (!display.empty() && (!shown || std::abs(*shown - value) > 0.001)) {
+        const std::string label = effect.parameterLabel(index);
+        parameter.words = label.empty() ? display : display + " " + label;
+    }
+    return parameter;
+}
+
+} // namespace
+
+EffectMeasurement::EffectMeasurement(const std::shared_ptr<const PluginModule>& module,
+                                     const EffectSettings& settings)
+    : impulse(module, settings, kSampleRate) {
+    EffectInstance instance(module);
+    instance.start(kSampleRate, 1);
+    settings.apply(instance);
+    effect = instance.name();
+    vendor = instance.vendorName();
+    const std::vector<std::string> names = instance.programNames();
+    const int current = instance.currentProgram();
+    if (current >= 0 && current < static_cast<int>(names.size())) {
+        program = current;
+        programText = names[static_cast<std::size_t>(current)];
+    }
+    for (int i = 0; i < instance.parameterCount(); ++i) {
+        texts.push_back(describe(instance, i));
+    }
+    for (int in = 0; in < impulse.inputs(); ++in) {
+        for (int out = 0; out < impulse.outputs(); ++out) {
+            analyses.emplace_back(impulse.path(in, out), kSampleRate);
+        }
+    }
+}
+
+const EchoAnalysis& EffectMeasurement::echoes(int input, int output) const {
+    return analyses[static_cast<std::size_t>(input) * static_cast<std::size_t>(impulse.outputs()) +
+                    static_cast<std::size_t>(output)];
+}
+
+EffectMeasurement::Path EffectMeasurement::leadingPath() const {
+    Path strongest{0, 0};
+    double level = -1.0;
+    bool hasEcho = false;
+    for (int in = 0; in < impulse.inputs(); ++in) {
+        for (int out = 0; out < impulse.outputs(); ++out) {
+            const EchoAnalysis& path = echoes(in, out);
+            if (path.arrivals().empty()) {
+                continue;
+            }
+            const bool echo = path.echoCount() > 0;
+            const double candidate = (echo ? path.echo(0) : path.arrivals().front()).level;
+            if (echo < hasEcho || (echo == hasEcho && candidate <= level)) {
+                continue;
+            }
+            hasEcho = echo;
+            level = candidate;
+            strongest = {in, out};
+        }
+    }
+    return strongest;
+}
+
+} // namespace tvhost

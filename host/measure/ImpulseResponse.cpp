@@ -1,0 +1,93 @@
+#include "host/measure/ImpulseResponse.h"
+
+#include "host/base/NumberText.h"
+#include "host/base/UserError.h"
+#include "host/plugin/EffectInstance.h"
+#include "host/render/TailGate.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tvhost {
+
+namespace {
+
+constexpr int kBlockSize = 1024;
+constexpr float kQuiet = 1e-6f; // -120 dB
+constexpr double kLongestSeconds = 12.0;
+
+} // namespace
+
+ImpulseResponse::ImpulseResponse(const std::shared_ptr<const PluginModule>& module,
+                                 const EffectSettings& settings, double sampleRate)
+    : rate(sampleRate) {
+    for (int input = 0; input < inputCount; ++input) {
+        measure(module, settings, input);
+    }
+    std::size_t longest = 0;
+    for (const std::vector<float>& path : paths) {
+        longest = std::max(longest, path.size());
+    }
+    for (std::vector<float>& path : paths) {
+        path.resize(longest);
+    }
+}
+
+const std::vector<float>& ImpulseResponse::path(int input, int output) const {
+    return paths[pathIndex(input, output)];
+}
+
+void ImpulseResponse::measure(const std::shared_ptr<const PluginModule>& module,
+                              const EffectSettings& settings, int input) {
+    EffectInstance effect(module);
+    effect.requireAudio();
+    effect.start(rate, kBlockSize);
+    settings.apply(effect);
+    inputCount = effect.inputCount();
+    outputCount = effect.outputCount();
+
+    std::vector<std::vector<float>> buffers(static_cast<std::size_t>(inputCount + outputCount),
+                                            std::vector<float>(kBlockSize));
+    std::vector<float*> pointers;
+    pointers.reserve(buffers.size());
+    for (std::vector<float>& buffer : buffers) {
+        pointers.push_back(buffer.data());
+    }
+    float** const in = pointers.data();
+    float** const out = pointers.data() + inputCount;
+
+    const std::size_t first = paths.size();
+    paths.resize(first + static_cast<std::size_t>(outputCount));
+    const auto quietFrames = static_cast<std::int64_t>(TailGate::kQuietSeconds * rate);
+    const auto longest = static_cast<std::int64_t>(kLongestSeconds * rate);
+    std::int64_t quietFrom = 0;
+    for (std::int64_t frame = 0; frame - quietFrom < quietFrames && frame < longest;
+         frame += kBlockSize) {
+        // Effects may write over their input, so each block starts from silence.
+        for (int c = 0; c < inputCount; ++c) {
+            std::fill_n(in[c], kBlockSize, 0.0f);
+        }
+        if (frame == 0) {
+            in[input][0] = 1.0f;
+        }
+        effect.process(in, out, kBlockSize);
+        for (int c = 0; c < outputCount; ++c) {
+            for (int i = 0; i < kBlockSize; ++i) {
+                if (!std::isfinite(out[c][i])) {
+                    throw UserError(effect.name() +
+                                    " answers an impulse with what is no finite "
+                                    "number at " +
+                                    shortNumber(static_cast<double>(frame + i) / rate, 6) +
+                                    " s; give other settings");
+                }
+                if (std::abs(out[c][i]) >= kQuiet) {
+                    quietFrom = std::max(quietFrom, frame + i + 1);
+                }
+            }
+            std::vector<float>& path = paths[first + static_cast<std::size_t>(c)];
+            path.insert(path.end(), out[c], out[c] + kBlockSize);
+        }
+    }
+}
+
+} // namespace tvhost

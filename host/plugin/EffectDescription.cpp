@@ -1,0 +1,186 @@
+#include "host/plugin/EffectDescription.h"
+
+#include "host/base/NumberText.h"
+#include "host/base/PlainText.h"
+#include "plugin/vst2/EffectOpcodes.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <vector>
+
+namespace tvhost {
+
+namespace {
+
+struct NamedFlag {
+    VstInt32 bit;
+    const char* key;
+    const char* words;
+};
+
+constexpr NamedFlag kFlags[] = {
+    {effFlagsHasEditor, "hasEditor", "has an editor"},
+    {effFlagsCanReplacing, "canReplacing", "replaces its output"},
+    {effFlagsProgramChunks, "programChunks", "keeps its state in chunks"},
+    {effFlagsIsSynth, "isSynth", "is an instrument"},
+    {effFlagsNoSoundInStop, "noSoundInStop", "is silent when its input is"},
+    {effFlagsCanDoubleReplacing, "canDoubleReplacing", "processes double precision"},
+};
+
+constexpr const char* kCategories[] = {"unknown",     "effect",         "synth",  "analysis",
+                                       "mastering",   "spacializer",    "roomFx", "surroundFx",
+                                       "restoration", "offlineProcess", "shell",  "generator"};
+
+std::string categoryName(std::int32_t category) {
+    const bool known = category >= 0 && category < static_cast<int>(std::size(kCategories));
+    return known ? kCategories[category] : "unknown";
+}
+
+std::string fourCharacters(VstInt32 id) {
+    std::string text;
+    for (int shift = 24; shift >= 0; shift -= 8) {
+        text += static_cast<char>(static_cast<std::uint32_t>(id) >> shift & 0xFFu);
+    }
+    return plainText(text);
+}
+
+// The double whose shortest decimal form is that of the float. JSON has no word for what is not
+// finite.
+nlohmann::ordered_json jsonValue(float value) {
+    if (!std::isfinite(value)) {
+        return nullptr;
+    }
+    char text[64];
+    const auto end = std::to_chars(text, text + sizeof text, value).ptr;
+    double result = 0.0;
+    std::from_chars(text, end, result);
+    return result;
+}
+
+// Rows of cells under each other, every column as wide as its widest cell.
+class Table {
+public:
+    explicit Table(std::vector<bool> rightAligned) : right(std::move(rightAligned)) {}
+
+    void add(std::vector<std::string> cells) { rows.push_back(std::move(cells)); }
+
+    std::string text() const {
+        std::vector<std::size_t> widths(right.size());
+        for (const auto& row : rows) {
+            for (std::size_t c = 0; c < row.size(); ++c) {
+                widths[c] = std::max(widths[c], columnsOf(row[c]));
+            }
+        }
+        std::string result;
+        for (const auto& row : rows) {
+            std::string line;
+            for (std::size_t c = 0; c < row.size(); ++c) {
+                const std::string blanks(widths[c] - columnsOf(row[c]), ' ');
+                line += "  " + (right[c] ? blanks + row[c] : row[c] + blanks);
+            }
+            result += line.substr(0, line.find_last_not_of(' ') + 1) + "\n";
+        }
+        return result;
+    }
+
+private:
+    std::vector<bool> right;
+    std::vector<std::vector<std::string>> rows;
+};
+
+std::string orDash(const std::string& text) {
+    return text.empty() ? "-" : text;
+}
+
+} // namespace
+
+nlohmann::ordered_json describe(const EffectInstance& effect) {
+    const AEffect& record = effect.record();
+    nlohmann::ordered_json json;
+    json["file"] = plainText(effect.module().file().string());
+    json["uniqueId"] = fourCharacters(record.uniqueID);
+    json["uniqueIdNumber"] = record.uniqueID;
+    json["effectName"] = effect.effectName();
+    json["productName"] = effect.productName();
+    json["vendorName"] = effect.vendorName();
+    json["vendorVersion"] = effect.vendorVersion();
+    json["version"] = record.version;
+    json["interfaceVersion"] = effect.interfaceVersion();
+    json["category"] = categoryName(effect.category());
+    json["inputs"] = record.numInputs;
+    json["outputs"] = record.numOutputs;
+    json["initialDelay"] = record.initialDelay;
+    json["tailSize"] = effect.tailSize();
+    json["flags"] = nlohmann::ordered_json::object();
+    for (const NamedFlag& flag : kFlags) {
+        json["flags"][flag.key] = (record.flags & flag.bit) != 0;
+    }
+    json["currentProgram"] = effect.currentProgram();
+    json["parameters"] = nlohmann::ordered_json::array();
+    for (int i = 0; i < effect.parameterCount(); ++i) {
+        json["parameters"].push_back({{"index", i},
+                                      {"name", effect.parameterName(i)},
+                                      {"value", jsonValue(effect.parameter(i))},
+                                      {"display", effect.parameterDisplay(i)},
+                                      {"label", effect.parameterLabel(i)},
+                                      {"automatable", effect.isAutomatable(i)}});
+    }
+    json["programs"] = nlohmann::ordered_json::array();
+    const std::vector<std::string> names = effect.programNames();
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        json["programs"].push_back({{"index", i}, {"name", names[i]}});
+    }
+    return json;
+}
+
+std::string describeForReading(const EffectInstance& effect) {
+    const AEffect& record = effect.record();
+    std::string flags;
+    for (const NamedFlag& flag : kFlags) {
+        if (record.flags & flag.bit) {
+            flags += (flags.empty() ? "" : ", ") + std::string(flag.words);
+        }
+    }
+
+    Table identity({false, false});
+    identity.add({"product", orDash(effect.productName())});
+    identity.add({"vendor", orDash(effect.vendorName())});
+    identity.add({"unique ID",
+                  fourCharacters(record.uniqueID) + " (" + std::to_string(record.uniqueID) + ")"});
+    identity.add({"version", std::to_string(effect.vendorVersion()) + ", record " +
+                                 std::to_string(record.version)});
+    identity.add({"interface", "VST " + std::to_string(effect.interfaceVersion())});
+    identity.add({"category", categoryName(effect.category())});
+    identity.add({"channels", std::to_string(record.numInputs) + " in, " +
+                                  std::to_string(record.numOutputs) + " out"});
+    identity.add({"latency", std::to_string(record.initialDelay) + " samples"});
+    identity.add({"flags", orDash(flags)});
+    identity.add({"file", plainText(effect.module().file().string())});
+    std::string text = effect.name() + "\n" + identity.text();
+
+    const int parameters = effect.parameterCount();
+    text += "\nParameters (" + std::to_string(parameters) + ")\n";
+    Table parameterTable({true, false, true, true, false});
+    if (parameters > 0) {
+        parameterTable.add({"#", "name", "value", "display", "label"});
+    }
+    for (int i = 0; i < parameters; ++i) {
+        parameterTable.add({std::to_string(i), orDash(effect.parameterName(i)),
+                            fixedNumber(effect.parameter(i), 6), effect.parameterDisplay(i),
+                            effect.parameterLabel(i)});
+    }
+    text += parameterTable.text();
+
+    const std::vector<std::string> names = effect.programNames();
+    text += "\nPrograms (" + std::to_string(names.size()) + "), current " +
+            std::to_string(effect.currentProgram()) + "\n";
+    Table programTable({true, false});
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        programTable.add({std::to_string(i), orDash(names[i])});
+    }
+    return text + programTable.text();
+}
+
+} // namespace tvhost

@@ -1,0 +1,183 @@
+#include "host/plugin/EffectInstance.h"
+
+#include "host/base/PlainText.h"
+#include "host/base/UserError.h"
+#include "plugin/vst2/EffectOpcodes.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace tvhost {
+
+namespace {
+
+// Plug-ins write names without a limit, so the buffer has to be far beyond the published lengths.
+using TextBuffer = std::array<char, 4096>;
+
+std::string contents(TextBuffer& buffer) {
+    buffer.back() = 0;
+    return plainText(buffer.data());
+}
+
+std::string channelCount(int count) {
+    return std::to_string(count) + (count == 1 ? " channel" : " channels");
+}
+
+} // namespace
+
+EffectInstance::EffectInstance(std::shared_ptr<const PluginModule> module)
+    : plugin(std::move(module)), host(plugin->file().parent_path().string()),
+      effect(plugin->createEffect(HostCallback::entry)) {
+    const std::string file = plugin->file().string();
+    if (!effect) {
+        throw UserError(file + " made no effect: its VSTPluginMain answered null; "
+                               "give a plug-in that works with a VST 2.4 host");
+    }
+    if (effect->magic != kEffectMagic || !effect->dispatcher || !effect->setParameter ||
+        !effect->getParameter) {
+        throw UserError(file + " answered with something that is no VST 2 effect; "
+                               "give a VST 2 bundle or .so");
+    }
+    host.bind(*effect);
+    dispatch(effOpen);
+    names = readProgramNames();
+}
+
+EffectInstance::~EffectInstance() {
+    stop();
+    dispatch(effClose);
+}
+
+VstIntPtr EffectInstance::dispatch(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr,
+                                   float opt) const {
+    return effect->dispatcher(effect, opcode, index, value, ptr, opt);
+}
+
+std::string EffectInstance::text(VstInt32 opcode, VstInt32 index, VstIntPtr value) const {
+    TextBuffer buffer{};
+    dispatch(opcode, index, value, buffer.data());
+    return contents(buffer);
+}
+
+std::int32_t EffectInstance::number(VstInt32 opcode, VstInt32 index) const {
+    return static_cast<std::int32_t>(dispatch(opcode, index));
+}
+
+int EffectInstance::parameterCount() const {
+    return std::max(effect->numParams, 0);
+}
+
+int EffectInstance::programCount() const {
+    return std::max(effect->numPrograms, 0);
+}
+
+std::string EffectInstance::name() const {
+    for (const std::string& candidate : {effectName(), productName()}) {
+        if (!candidate.empty()) {
+            return candidate;
+        }
+    }
+    return plugin->file().stem().string();
+}
+
+std::vector<std::string> EffectInstance::readProgramNames() const {
+    std::vector<std::string> result;
+    bool visited = false;
+    const VstIntPtr current = dispatch(effGetProgram);
+    for (int i = 0; i < programCount(); ++i) {
+        TextBuffer buffer{};
+        if (dispatch(effGetProgramNameIndexed, i, -1, buffer.data()) == 0) {
+            // An effect that names only the current program has to be led through them.
+            buffer = {};
+            dispatch(effSetProgram, 0, i);
+            dispatch(effGetProgramName, 0, 0, buffer.data());
+            visited = true;
+        }
+        result.push_back(contents(buffer));
+    }
+    if (visited) {
+        dispatch(effSetProgram, 0, current);
+    }
+    return result;
+}
+
+void EffectInstance::setProgram(int index) {
+    dispatch(effBeginSetProgram);
+    dispatch(effSetProgram, 0, index);
+    dispatch(effEndSetProgram);
+}
+
+void EffectInstance::requireAudio() const {
+    const auto fits = [](int channels) { return channels == 1 || channels == 2; };
+    if (effect->numInputs == 0) {
+        throw UserError(name() + " takes no sound in; give an effect, not an instrument");
+    }
+    if (!fits(effect->numInputs) || !fits(effect->numOutputs)) {
+        throw UserError(name() + " has " + channelCount(effect->numInputs) + " in and " +
+                        std::to_string(effect->numOutputs) +
+                        " out; tvhost drives effects of one or two channels each");
+    }
+    if (!canReplace()) {
+        throw UserError(name() + " can only add to its output; "
+                                 "tvhost drives effects that can replace it");
+    }
+}
+
+bool EffectInstance::canReplace() const {
+    return (effect->flags & effFlagsCanReplacing) != 0 && effect->processReplacing;
+}
+
+EditorSize EffectInstance::editorSize() const {
+    ERect* rectangle = nullptr;
+    dispatch(effEditGetRect, 0, 0, &rectangle);
+    if (!rectangle) {
+        return {};
+    }
+    return {rectangle->right - rectangle->left, rectangle->bottom - rectangle->top};
+}
+
+void EffectInstance::start(double sampleRate, int blockSize) {
+    stop();
+    position = 0;
+    host.setPosition(0);
+    host.setSampleRate(sampleRate);
+    host.setBlockSize(blockSize);
+    dispatch(effSetSampleRate, 0, 0, nullptr, static_cast<float>(sampleRate));
+    dispatch(effSetBlockSize, 0, blockSize);
+    dispatch(effMainsChanged, 0, 1);
+    dispatch(effStartProcess);
+    running = true;
+
+    // Effects may take up a new rate only when they process, and write parameters anew as they do.
+    // A block without frames lets that happen before anything is set.
+    if (!canReplace()) {
+        return;
+    }
+    std::vector<float> silence(
+        static_cast<std::size_t>(std::max({inputCount(), outputCount(), 1})));
+    std::vector<float*> channels;
+    for (float& sample : silence) {
+        channels.push_back(&sample);
+    }
+    process(channels.data(), channels.data(), 0);
+}
+
+void EffectInstance::stop() {
+    if (!running) {
+        return;
+    }
+    running = false;
+    dispatch(effStopProcess);
+    dispatch(effMainsChanged, 0, 0);
+}
+
+void EffectInstance::process(float** inputs, float** outputs, int frames) {
+    host.setPosition(position);
+    host.setProcessing(true);
+    effect->processReplacing(effect, inputs, outputs, frames);
+    host.setProcessing(false);
+    position += frames;
+}
+
+} // namespace tvhost

@@ -1,0 +1,102 @@
+#pragma once
+
+#include "host/plugin/HostCallback.h"
+#include "host/plugin/PluginModule.h"
+#include "host/window/EditorSize.h"
+#include "plugin/vst2/AEffect.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace tvhost {
+
+// One effect, opened on construction and closed on destruction. All calls from one thread. Indices
+// of parameters and programs must be in range. Texts come as plainText() leaves them and may be
+// longer than the interface allows.
+class EffectInstance {
+public:
+    // Throws UserError when the plug-in answers null or something that is no VST 2 effect.
+    explicit EffectInstance(std::shared_ptr<const PluginModule> module);
+    ~EffectInstance();
+    EffectInstance(const EffectInstance&) = delete;
+    EffectInstance& operator=(const EffectInstance&) = delete;
+
+    const PluginModule& module() const { return *plugin; }
+    const AEffect& record() const { return *effect; }
+
+    int parameterCount() const;
+    int programCount() const;
+
+    // What the effect is called: its effect name, else its product name, else its file's name.
+    std::string name() const;
+    std::string effectName() const { return text(effGetEffectName); }
+    std::string productName() const { return text(effGetProductString); }
+    std::string vendorName() const { return text(effGetVendorString); }
+    std::int32_t vendorVersion() const { return number(effGetVendorVersion); }
+    std::int32_t interfaceVersion() const { return number(effGetVstVersion); }
+    std::int32_t category() const { return number(effGetPlugCategory); }
+    // Samples; 0 when the effect doesn't say, 1 when it has no tail.
+    std::int32_t tailSize() const { return number(effGetTailSize); }
+
+    std::string parameterName(int index) const { return text(effGetParamName, index); }
+    std::string parameterLabel(int index) const { return text(effGetParamLabel, index); }
+    std::string parameterDisplay(int index) const { return text(effGetParamDisplay, index); }
+    bool isAutomatable(int index) const { return number(effCanBeAutomated, index) != 0; }
+    float parameter(int index) const { return effect->getParameter(effect, index); }
+    void setParameter(int index, float value) { effect->setParameter(effect, index, value); }
+
+    int currentProgram() const { return number(effGetProgram); }
+    void setProgram(int index);
+    std::vector<std::string> programNames() const { return names; }
+
+    // Throws UserError unless the effect takes one or two channels, gives one or two and can write
+    // over its output buffers.
+    void requireAudio() const;
+    int inputCount() const { return std::max(effect->numInputs, 0); }
+    int outputCount() const { return std::max(effect->numOutputs, 0); }
+    // Whether the effect can write over its output buffers.
+    bool canReplace() const;
+
+    // Switches the effect on for blocks of at most `blockSize` frames, and off again. After
+    // start() an effect that can replace has taken up the rate, so that parameters set from then on
+    // hold.
+    void start(double sampleRate, int blockSize);
+    void stop();
+
+    // One pointer a channel, `frames` frames each, at most the block size. Only between start() and
+    // stop(), and only when the effect can replace. The time line advances by `frames`.
+    void process(float** inputs, float** outputs, int frames);
+
+    bool hasEditor() const { return (effect->flags & effFlagsHasEditor) != 0; }
+    // What the effect tells; not usable when it tells nothing.
+    EditorSize editorSize() const;
+    // `window` is an X11 window. Whether the effect says that its editor is open.
+    bool openEditor(void* window) { return dispatch(effEditOpen, 0, 0, window) != 0; }
+    void closeEditor() { dispatch(effEditClose); }
+    // For an open editor, some thirty times a second.
+    void idleEditor() { dispatch(effEditIdle); }
+    // See HostCallback.
+    void setSizeRequestHandler(HostCallback::SizeRequestHandler handler) {
+        host.setSizeRequestHandler(std::move(handler));
+    }
+
+private:
+    VstIntPtr dispatch(VstInt32 opcode, VstInt32 index = 0, VstIntPtr value = 0,
+                       void* ptr = nullptr, float opt = 0.0f) const;
+    std::string text(VstInt32 opcode, VstInt32 index = 0, VstIntPtr value = 0) const;
+    std::int32_t number(VstInt32 opcode, VstInt32 index = 0) const;
+    std::vector<std::string> readProgramNames() const;
+
+    std::shared_ptr<const PluginModule> plugin;
+    HostCallback host;
+    AEffect* effect;
+    std::vector<std::string> names;
+    std::int64_t position = 0;
+    bool running = false;
+};
+
+} // namespace tvhost

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "host/render/FrameSource.h"
+
+#include <sndfile.h>
+
+#include <string>
+
+namespace tvhost {
+
+// A mono or stereo sound file of any format libsndfile reads.
+class SoundFileReader : public FrameSource {
+public:
+    // Throws UserError when the file is missing, is no sound file, holds no sound or has more than
+    // two channels.
+    explicit SoundFileReader(const std::string& path);
+    ~SoundFileReader() override;
+    SoundFileReader(const SoundFileReader&) = delete;
+    SoundFileReader& operator=(const SoundFileReader&) = delete;
+
+    int channels() const override { return info.channels; }
+    int sampleRate() const override { return info.samplerate; }
+    std::int64_t expectedFrames() const override;
+
+    // Also throws UserError for a sample that is no finite number.
+    int read(float* interleaved, int frames) override;
+
+private:
+    void close();
+
+    std::string path;
+    int descriptor = -1;
+    SF_INFO info{};
+    SNDFILE* file = nullptr;
+    std::int64_t position = 0;
+};
+
+} // namespace tvhost

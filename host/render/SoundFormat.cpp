@@ -1,0 +1,92 @@
+#include "host/render/SoundFormat.h"
+
+#include "host/base/PlainText.h"
+#include "host/base/UserError.h"
+
+#include <sndfile.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <iterator>
+
+namespace tvhost {
+
+namespace {
+
+struct Entry {
+    const char* extension;
+    const char* name;
+    int code;
+};
+
+constexpr Entry kEntries[] = {
+    {".wav", "WAV", SF_FORMAT_WAV | SF_FORMAT_FLOAT},
+    {".aiff", "AIFF", SF_FORMAT_AIFF | SF_FORMAT_FLOAT},
+    {".aif", "AIFF", SF_FORMAT_AIFF | SF_FORMAT_FLOAT},
+    {".flac", "FLAC", SF_FORMAT_FLAC | SF_FORMAT_PCM_24},
+    {".ogg", "Ogg Vorbis", SF_FORMAT_OGG | SF_FORMAT_VORBIS},
+    {".oga", "Ogg Vorbis", SF_FORMAT_OGG | SF_FORMAT_VORBIS},
+    {".opus", "Opus", SF_FORMAT_OGG | SF_FORMAT_OPUS},
+    {".mp3", "MP3", SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III},
+    {".caf", "CAF", SF_FORMAT_CAF | SF_FORMAT_FLOAT},
+    {".w64", "W64", SF_FORMAT_W64 | SF_FORMAT_FLOAT},
+    {".rf64", "RF64", SF_FORMAT_RF64 | SF_FORMAT_FLOAT},
+    {".au", "AU", SF_FORMAT_AU | SF_FORMAT_FLOAT},
+};
+
+// A WAV header counts bytes in 32 bits; beyond that its 64-bit sibling takes over.
+constexpr std::int64_t kLargestWav = 4'200'000'000;
+
+const Entry& entryFor(const std::string& path) {
+    const std::string extension = std::filesystem::path(path).extension().string();
+    const auto entry = std::find_if(std::begin(kEntries), std::end(kEntries), [&](const Entry& e) {
+        return equalWithoutCase(e.extension, extension);
+    });
+    if (entry == std::end(kEntries)) {
+        throw UserError(path + ": " +
+                        (extension.empty() ? "a name without extension says no format"
+                                           : "\"" + extension + "\" is no format to write") +
+                        "; end the name in " + SoundFormat::knownExtensions());
+    }
+    return *entry;
+}
+
+} // namespace
+
+std::string SoundFormat::knownExtensions() {
+    std::string text;
+    for (const Entry& entry : kEntries) {
+        text += (text.empty() ? "" : ", ") + std::string(entry.extension);
+    }
+    return text;
+}
+
+void SoundFormat::requireKnownExtension(const std::string& path) {
+    entryFor(path);
+}
+
+SoundFormat SoundFormat::forFile(const std::string& path, int channels, int sampleRate,
+                                 std::int64_t expectedFrames) {
+    const Entry& entry = entryFor(path);
+    SoundFormat format{entry.code, false, false, entry.name};
+    const std::int64_t bytes = expectedFrames * channels * static_cast<std::int64_t>(sizeof(float));
+    if ((format.code & SF_FORMAT_TYPEMASK) == SF_FORMAT_WAV && bytes > kLargestWav) {
+        format.code = SF_FORMAT_RF64 | SF_FORMAT_FLOAT;
+    }
+
+    const int samples = format.code & SF_FORMAT_SUBMASK;
+    format.fixedPoint = samples == SF_FORMAT_PCM_24;
+    format.floatingPoint = samples == SF_FORMAT_FLOAT;
+
+    SF_INFO info{};
+    info.channels = channels;
+    info.samplerate = sampleRate;
+    info.format = format.code;
+    if (!sf_format_check(&info)) {
+        throw UserError(path + ": " + entry.name + " cannot hold " + std::to_string(sampleRate) +
+                        " Hz; give another --rate, such as 48000, or another format");
+    }
+    return format;
+}
+
+} // namespace tvhost

@@ -1,0 +1,188 @@
+#include "host/window/EditorWindow.h"
+
+#include "host/base/OutputFile.h"
+#include "host/base/UserError.h"
+
+#include <X11/Xatom.h>
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+
+#include <cstdlib>
+#include <string_view>
+
+#include <poll.h>
+#include <unistd.h>
+
+namespace tvhost {
+
+namespace {
+
+constexpr int kStatusOfFailure = 2;
+
+// Xlib's own would end the program, even for a plug-in's window that has gone a moment ago.
+int ignoreError(Display*, XErrorEvent*) {
+    return 0;
+}
+
+int serverGone(Display*) {
+    removeUnfinishedOutput();
+    constexpr std::string_view text =
+        "tvhost: the X server has gone or closed the connection; give a display that stays\n";
+    const ssize_t written = write(STDERR_FILENO, text.data(), text.size());
+    static_cast<void>(written);
+    _exit(kStatusOfFailure);
+}
+
+Display* openDisplay() {
+    XSetErrorHandler(ignoreError);
+    XSetIOErrorHandler(serverGone);
+    const char* const name = std::getenv("DISPLAY");
+    if (!name || !*name) {
+        throw UserError("there is no display to show an editor on; set DISPLAY to one, such as :0, "
+                        "or make a picture with 'tvhost snapshot'");
+    }
+    Display* const display = XOpenDisplay(nullptr);
+    if (!display) {
+        throw UserError(std::string("the display \"") + name +
+                        "\" cannot be opened; set DISPLAY to one that can, such as :0");
+    }
+    return display;
+}
+
+// The part of `pixel` under `mask`, from 0 to 255.
+std::uint32_t channel(unsigned long pixel, unsigned long mask) {
+    const unsigned long unit = mask & (~mask + 1);
+    return static_cast<std::uint32_t>((pixel & mask) / unit * 255 / (mask / unit));
+}
+
+unsigned long pixelOf(std::uint32_t colour, const Visual& visual) {
+    const auto part = [](std::uint32_t value, unsigned long mask) {
+        const unsigned long unit = mask & (~mask + 1);
+        return value * (mask / unit) / 255 * unit;
+    };
+    return part(colour >> 16, visual.red_mask) | part(colour >> 8 & 255u, visual.green_mask) |
+           part(colour & 255u, visual.blue_mask);
+}
+
+} // namespace
+
+EditorWindow::EditorWindow(const std::string& title, EditorSize size, Kind kind)
+    : display(openDisplay()), current(size) {
+    const int screen = DefaultScreen(display);
+    const Visual& visual = *DefaultVisual(display, screen);
+    if (visual.c_class != TrueColor) {
+        XCloseDisplay(display);
+        throw UserError("the display shows no true colours; set DISPLAY to one that does");
+    }
+    XSetWindowAttributes attributes{};
+    attributes.background_pixel = pixelOf(kBackground, visual);
+    attributes.event_mask = StructureNotifyMask;
+    attributes.override_redirect = kind == Kind::Bare;
+    window =
+        XCreateWindow(display, RootWindow(display, screen), 0, 0, static_cast<unsigned>(size.width),
+                      static_cast<unsigned>(size.height), 0, CopyFromParent, InputOutput,
+                      CopyFromParent, CWBackPixel | CWEventMask | CWOverrideRedirect, &attributes);
+
+    Xutf8SetWMProperties(display, window, title.c_str(), title.c_str(), nullptr, 0, nullptr,
+                         nullptr, nullptr);
+    XChangeProperty(display, window, XInternAtom(display, "_NET_WM_NAME", False),
+                    XInternAtom(display, "UTF8_STRING", False), 8, PropModeReplace,
+                    reinterpret_cast<const unsigned char*>(title.data()),
+                    static_cast<int>(title.size()));
+    char name[] = "tvhost";
+    char programClass[] = "Tvhost";
+    XClassHint hint{name, programClass};
+    XSetClassHint(display, window, &hint);
+    deleteWord = XInternAtom(display, "WM_DELETE_WINDOW", False);
+    XSetWMProtocols(display, window, &deleteWord, 1);
+    fixSize();
+    XMapRaised(display, window);
+    XSync(display, False);
+}
+
+EditorWindow::~EditorWindow() {
+    if (!gone) {
+        XDestroyWindow(display, window);
+    }
+    XCloseDisplay(display);
+}
+
+void* EditorWindow::handle() const {
+    return reinterpret_cast<void*>(window);
+}
+
+void EditorWindow::fixSize() {
+    XSizeHints hints{};
+    hints.flags = PMinSize | PMaxSize;
+    hints.min_width = hints.max_width = current.width;
+    hints.min_height = hints.max_height = current.height;
+    XSetWMNormalHints(display, window, &hints);
+}
+
+void EditorWindow::resize(EditorSize size) {
+    current = size;
+    fixSize();
+    XResizeWindow(display, window, static_cast<unsigned>(size.width),
+                  static_cast<unsigned>(size.height));
+    XSync(display, False);
+}
+
+bool EditorWindow::holdsWindow() const {
+    Window root;
+    Window parent;
+    Window* children = nullptr;
+    unsigned count = 0;
+    const bool told = XQueryTree(display, window, &root, &parent, &children, &count) != 0;
+    if (children) {
+        XFree(children);
+    }
+    return told && count > 0;
+}
+
+bool EditorWindow::closed() {
+    while (XPending(display) > 0) {
+        XEvent event;
+        XNextEvent(display, &event);
+        if (event.type == DestroyNotify && event.xdestroywindow.window == window) {
+            gone = true;
+        }
+        if (event.type == ClientMessage && event.xclient.window == window &&
+            event.xclient.format == 32 &&
+            static_cast<Atom>(event.xclient.data.l[0]) == deleteWord) {
+            closing = true;
+        }
+    }
+    return gone || closing;
+}
+
+void EditorWindow::wait(std::chrono::milliseconds longest) const {
+    pollfd server{ConnectionNumber(display), POLLIN, 0};
+    poll(&server, 1, static_cast<int>(longest.count()));
+}
+
+ScreenPicture EditorWindow::picture() const {
+    XImage* const image = XGetImage(display, window, 0, 0, static_cast<unsigned>(current.width),
+                                    static_cast<unsigned>(current.height), AllPlanes, ZPixmap);
+    if (!image) {
+        throw UserError("the editor, " + std::to_string(current.width) + " by " +
+                        std::to_string(current.height) +
+                        " pixels, is not all on the screen; give a larger display");
+    }
+    ScreenPicture picture;
+    picture.width = current.width;
+    picture.height = current.height;
+    picture.pixels.reserve(static_cast<std::size_t>(current.width) *
+                           static_cast<std::size_t>(current.height));
+    for (int row = 0; row < current.height; ++row) {
+        for (int column = 0; column < current.width; ++column) {
+            const unsigned long pixel = XGetPixel(image, column, row);
+            picture.pixels.push_back(channel(pixel, image->red_mask) << 16 |
+                                     channel(pixel, image->green_mask) << 8 |
+                                     channel(pixel, image->blue_mask));
+        }
+    }
+    XDestroyImage(image);
+    return picture;
+}
+
+} // namespace tvhost
