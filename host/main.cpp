@@ -1,7 +1,7 @@
-#include "host/base/SignalGuard.h"
+#include "host/base/ProcessSignals.h"
 #include "host/commands/CommandLine.h"
 
 int main(int argc, char** argv) {
-    tvhost::guardAgainstSignals();
+    tvhost::guardProcessSignals();
     return tvhost::runCommandLine(argc, argv);
 }

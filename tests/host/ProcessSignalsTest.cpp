@@ -14,9 +14,9 @@ using testing::HasSubstr;
 
 namespace {
 
-class SignalGuard : public testing::TestWithParam<int> {
+class ProcessSignals : public testing::TestWithParam<int> {
 protected:
-    SignalGuard() {
+    ProcessSignals() {
         writeSound(folder.file("in.wav"), noise(2, 44100, 44100, 0.5f, 1));
         writeFile(folder.file("out.wav"), "older");
     }
@@ -36,7 +36,7 @@ protected:
 
 } // namespace
 
-TEST_P(SignalGuard, RemovesUnfinishedOutputEvenWhileThePluginIsStuck) {
+TEST_P(ProcessSignals, RemovesUnfinishedOutputEvenWhileThePluginIsStuck) {
     ProgramRun run(arguments("Stuck"));
     while (folder.entries().size() < 3) {
         usleep(1000);
@@ -48,9 +48,10 @@ TEST_P(SignalGuard, RemovesUnfinishedOutputEvenWhileThePluginIsStuck) {
     expectOnlyTheOlderFile();
 }
 
-INSTANTIATE_TEST_SUITE_P(Signals, SignalGuard, testing::Values(SIGINT, SIGTERM, SIGHUP, SIGQUIT));
+INSTANTIATE_TEST_SUITE_P(Signals, ProcessSignals,
+                         testing::Values(SIGINT, SIGTERM, SIGHUP, SIGQUIT));
 
-TEST_F(SignalGuard, RemovesUnfinishedOutputWhenThePluginCrashes) {
+TEST_F(ProcessSignals, RemovesUnfinishedOutputWhenThePluginCrashes) {
     const ProgramResult result = runTvhost(arguments("Crashing"));
     EXPECT_EQ(result.signal, SIGABRT);
     ASSERT_EQ(result.errorLines().size(), 1u) << result.err;

@@ -6,6 +6,6 @@ namespace tvhost {
 // when it is a crash, which is most likely the plug-in's. The program still ends by the signal.
 // A file that grows beyond the system's limit becomes an error of the write. Call once, at the
 // start.
-void guardAgainstSignals();
+void guardProcessSignals();
 
 } // namespace tvhost

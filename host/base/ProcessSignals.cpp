@@ -1,4 +1,4 @@
-#include "host/base/SignalGuard.h"
+#include "host/base/ProcessSignals.h"
 
 #include "host/base/OutputFile.h"
 
@@ -44,7 +44,7 @@ void crash(int signal) {
 
 } // namespace
 
-void guardAgainstSignals() {
+void guardProcessSignals() {
     for (const int signal : kStopSignals) {
         install(signal, stop);
     }
