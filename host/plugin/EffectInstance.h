@@ -1,8 +1,8 @@
 #pragma once
 
+#include "host/plugin/EditorSize.h"
 #include "host/plugin/HostCallback.h"
 #include "host/plugin/PluginModule.h"
-#include "host/window/EditorSize.h"
 #include "plugin/vst2/AEffect.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/window/EditorSize.h"
+#include "host/plugin/EditorSize.h"
 #include "host/window/ScreenPicture.h"
 
 #include <chrono>
