@@ -1,7 +1,7 @@
 #include "editor/AEffGUIEditor.h"
 
 #include "editor/BundlePath.h"
-#include "platform/EditorEvents.h"
+#include "editor/hosting/EditorHosting.h"
 #include "plugin/AudioEffectX.h"
 #include "plugin/Truncation.h"
 

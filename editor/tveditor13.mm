@@ -2,9 +2,9 @@
 
 #include "editor/EditorGeometry.h"
 #import "editor/TarnsUiView13.h"
+#include "editor/hosting/EditorHosting.h"
 #import "editor/tarnsCustomWindow10.h"
 #include "effect/VstXSynth.h"
-#import "platform/EditorHosting.h"
 
 #include <CoreGraphics/CoreGraphics.h>
 

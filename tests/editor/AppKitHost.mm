@@ -2,7 +2,7 @@
 
 #import "editor/ControlPoint13.h"
 #import "editor/TarnsCustomImageView13.h"
-#import "platform/EditorHosting.h"
+#import "editor/hosting/EditorHosting.h"
 #include "tests/support/screen/XServer.h"
 
 AppKitHost::AppKitHost() {

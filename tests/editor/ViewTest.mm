@@ -1,6 +1,6 @@
 #include "tests/editor/ViewTest.h"
 
-#import "platform/EditorHosting.h"
+#import "editor/hosting/EditorHosting.h"
 #include "tests/support/screen/XServer.h"
 
 #include <stdexcept>

@@ -5,9 +5,9 @@
 #import "editor/TarnsCustomSlider13.h"
 #import "editor/TarnsCustomSliderCell10.h"
 #import "editor/TarnsUiView13.h"
+#import "editor/hosting/EditorHosting.h"
 #import "editor/lWindowView9.h"
 #import "editor/sTextView13.h"
-#import "platform/EditorHosting.h"
 #include "tests/editor/ViewWindow.h"
 #include "tests/support/screen/XServer.h"
 

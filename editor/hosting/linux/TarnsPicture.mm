@@ -1,4 +1,4 @@
-#import "platform/linux/TarnsPicture.h"
+#import "editor/hosting/linux/TarnsPicture.h"
 
 #include <algorithm>
 

@@ -1,17 +1,17 @@
-#import "platform/EditorHosting.h"
+#include "editor/hosting/EditorHosting.h"
 
-#include "platform/EditorEvents.h"
-#include "platform/linux/DrawingErrors.h"
-#include "platform/linux/HostSignals.h"
-#include "platform/linux/OwnBundle.h"
-#include "platform/linux/OwnPictures.h"
-#import "platform/linux/TarnsAppKit.h"
-#import "platform/linux/TarnsEditorThread.h"
-#import "platform/linux/TarnsX11HostWindow.h"
-#include "platform/linux/WindowReference.h"
-#include "platform/linux/X11Errors.h"
-#include "platform/linux/X11Handle.h"
+#include "editor/hosting/linux/DrawingErrors.h"
+#include "editor/hosting/linux/HostSignals.h"
+#include "editor/hosting/linux/OwnBundle.h"
+#include "editor/hosting/linux/OwnPictures.h"
+#import "editor/hosting/linux/TarnsAppKit.h"
+#import "editor/hosting/linux/TarnsEditorThread.h"
+#import "editor/hosting/linux/TarnsX11HostWindow.h"
+#include "editor/hosting/linux/WindowReference.h"
+#include "editor/hosting/linux/X11Errors.h"
+#include "editor/hosting/linux/X11Handle.h"
 
+#import <AppKit/AppKit.h>
 #import <GNUstepGUI/GSDisplayServer.h>
 
 #include <algorithm>

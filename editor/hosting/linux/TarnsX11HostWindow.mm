@@ -1,4 +1,4 @@
-#import "platform/linux/TarnsX11HostWindow.h"
+#import "editor/hosting/linux/TarnsX11HostWindow.h"
 
 #include "editor/EditorGeometry.h"
 

@@ -1,6 +1,6 @@
 #include "platform/linux/AlertWindow.h"
 
-#import "platform/EditorHosting.h"
+#import "editor/hosting/EditorHosting.h"
 
 #import <AppKit/AppKit.h>
 

@@ -1,4 +1,4 @@
-#include "platform/linux/HostSignals.h"
+#include "editor/hosting/linux/HostSignals.h"
 
 HostSignals::HostSignals() {
     sigset_t ending;

@@ -1,7 +1,7 @@
 // Requests to paint a changed value. AppKit's own mark is not enough: it would allocate on the
 // audio thread that a host may automate from, it would leave the request to a run loop that a host
 // of ours doesn't run, and its windows forget what views ask for while they paint.
-#import "platform/linux/TarnsEditorThread.h"
+#import "editor/hosting/linux/TarnsEditorThread.h"
 
 #import "editor/ControlPoint13.h"
 #import "editor/TarnsUiView13.h"

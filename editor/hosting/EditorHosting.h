@@ -2,8 +2,11 @@
 // user-interface thread.
 #pragma once
 
-#import <AppKit/AppKit.h>
-
+#ifdef __OBJC__
+@class NSView;
+#else
+struct NSView;
+#endif
 class tveditor13;
 
 // Makes AppKit ready for views. False where nothing can be shown; AppKit is then out of bounds.
@@ -17,3 +20,7 @@ void* hostObjectFor(void* passed);
 // To be told after each `open` and at each `close` of an editor, and when it is destroyed.
 void editorShown(const tveditor13* editor, NSView* rootView);
 void editorClosed(const tveditor13* editor);
+
+// Delivers what waits for the editors of this process and paints what has changed. To be called
+// some 30 times a second. Does nothing where the host's own loop does it.
+void deliverEditorEvents();

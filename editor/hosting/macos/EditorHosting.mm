@@ -1,6 +1,4 @@
-#import "platform/EditorHosting.h"
-
-#include "platform/EditorEvents.h"
+#include "editor/hosting/EditorHosting.h"
 
 // The host's own loop delivers events to views in its windows: there is nothing to add.
 

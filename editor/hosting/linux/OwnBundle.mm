@@ -1,8 +1,8 @@
-#include "platform/linux/OwnBundle.h"
+#include "editor/hosting/linux/OwnBundle.h"
 
 #include "editor/BundlePath.h"
-#import "platform/linux/TarnsBundle.h"
-#import "platform/linux/TarnsX11HostWindow.h"
+#import "editor/hosting/linux/TarnsBundle.h"
+#import "editor/hosting/linux/TarnsX11HostWindow.h"
 
 #include <dlfcn.h>
 #include <objc/runtime.h>

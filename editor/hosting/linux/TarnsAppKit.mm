@@ -1,6 +1,6 @@
-#import "platform/linux/TarnsAppKit.h"
+#import "editor/hosting/linux/TarnsAppKit.h"
 
-#include "platform/linux/X11Errors.h"
+#include "editor/hosting/linux/X11Errors.h"
 
 #import <AppKit/AppKit.h>
 #import <GNUstepGUI/GSDisplayServer.h>

@@ -1,4 +1,4 @@
-#include "platform/linux/DrawingErrors.h"
+#include "editor/hosting/linux/DrawingErrors.h"
 
 #import <AppKit/AppKit.h>
 

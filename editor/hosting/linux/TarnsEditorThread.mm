@@ -1,4 +1,4 @@
-#import "platform/linux/TarnsEditorThread.h"
+#import "editor/hosting/linux/TarnsEditorThread.h"
 
 #import <AppKit/AppKit.h>
 

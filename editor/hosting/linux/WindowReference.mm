@@ -1,4 +1,4 @@
-#include "platform/linux/WindowReference.h"
+#include "editor/hosting/linux/WindowReference.h"
 
 #import <AppKit/AppKit.h>
 

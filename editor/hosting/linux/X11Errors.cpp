@@ -1,4 +1,4 @@
-#include "platform/linux/X11Errors.h"
+#include "editor/hosting/linux/X11Errors.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
-#include "platform/linux/OwnPictures.h"
+#include "editor/hosting/linux/OwnPictures.h"
 
-#include "platform/linux/OwnBundle.h"
-#import "platform/linux/TarnsAppKit.h"
-#import "platform/linux/TarnsPicture.h"
+#include "editor/hosting/linux/OwnBundle.h"
+#import "editor/hosting/linux/TarnsAppKit.h"
+#import "editor/hosting/linux/TarnsPicture.h"
 
 #import <AppKit/AppKit.h>
 

@@ -1,4 +1,4 @@
-#import "platform/linux/TarnsBundle.h"
+#import "editor/hosting/linux/TarnsBundle.h"
 
 #include "editor/BundleIdentifier.h"
 
