@@ -1,4 +1,4 @@
-// VstXSynth's signal path, sample by sample. StretchPath.cpp holds the same for many samples at
+// VstXSynth's signal path, sample by sample. SubBlockPath.cpp holds the same for many samples at
 // once.
 #include "effect/LiveField.h"
 #include "effect/VstXSynth.h"
@@ -37,7 +37,7 @@ void VstXSynth::processReplacing(float** inputs, float** outputs, VstInt32 sampl
                              partlyOverlap(block.inRight, block.outRight, sampleFrames) ||
                              partlyOverlap(block.outLeft, block.outRight, sampleFrames);
         for (VstInt32 done = 0; done < sampleFrames;) {
-            VstInt32 count = inOrder ? 0 : processStretch(block, sampleFrames - done);
+            VstInt32 count = inOrder ? 0 : processSubBlock(block, sampleFrames - done);
             if (count == 0) {
                 processSample(block);
                 count = 1;

@@ -122,7 +122,7 @@ private:
     void followSampleRate();
     void updateSweep();
     void processSample(const StereoBlock& block);
-    VstInt32 processStretch(const StereoBlock& block, VstInt32 frames);
+    VstInt32 processSubBlock(const StereoBlock& block, VstInt32 frames);
 
     std::uint32_t lineClearings; // how often the lines have been cleared
 };

@@ -1,6 +1,6 @@
 // Writes of another thread while a block runs. The audio thread is held at a chosen input sample
 // until the write is done, so that each run is the same.
-#include "effect/Stretch.h"
+#include "effect/SubBlock.h"
 #include "effect/VstXSynth.h"
 #include "tests/effect/EffectState.h"
 #include "tests/effect/TrappedInput.h"
@@ -64,7 +64,7 @@ void runModel(ReferenceDelay& model, const std::vector<float>& left,
 }
 
 // Empty when the block came out as if the write had been done before one of the samples around
-// `trapFrame`: no further off than a stretch is long.
+// `trapFrame`: no further off than a sub-block is long.
 std::string writeWhileRunning(const LiveWrite& write, const Settings& settings,
                               std::size_t trapFrame, std::uint64_t signalSeed) {
     VstXSynth effect(plainHost);
@@ -90,7 +90,7 @@ std::string writeWhileRunning(const LiveWrite& write, const Settings& settings,
         return "the block never reached the write";
     }
 
-    const std::size_t first = trapFrame - kMaxStretch;
+    const std::size_t first = trapFrame - kMaxSubBlock;
     std::vector<float> commonLeft;
     std::vector<float> commonRight;
     runModel(model, left, right, 0, first, commonLeft, commonRight);
@@ -98,7 +98,7 @@ std::string writeWhileRunning(const LiveWrite& write, const Settings& settings,
         firstDifference(outRight.data(), commonRight.data(), first) >= 0) {
         return "samples far before the write differ";
     }
-    for (std::size_t candidate = first; candidate <= trapFrame + kMaxStretch; ++candidate) {
+    for (std::size_t candidate = first; candidate <= trapFrame + kMaxSubBlock; ++candidate) {
         ReferenceDelay heard = model;
         std::vector<float> expectedLeft = commonLeft;
         std::vector<float> expectedRight = commonRight;
@@ -189,10 +189,10 @@ TEST(LiveWritesOnce, MixOfAnotherThreadIsHeardInTheMiddleOfAVeryLongBlock) {
     input.arm();
     effect.processReplacing(inputs, outputs, kLong);
     ASSERT_TRUE(input.sprung());
-    for (std::size_t i = 1; i < kMiddle - kMaxStretch; ++i) {
+    for (std::size_t i = 1; i < kMiddle - kMaxSubBlock; ++i) {
         ASSERT_EQ(outRight[i], 0.0f) << i;
     }
-    for (std::size_t i = kMiddle + kMaxStretch; i < kLong; ++i) {
+    for (std::size_t i = kMiddle + kMaxSubBlock; i < kLong; ++i) {
         ASSERT_EQ(outRight[i], 0.25f) << i;
     }
 }

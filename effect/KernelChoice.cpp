@@ -1,4 +1,4 @@
-#include "effect/Stretch.h"
+#include "effect/SubBlock.h"
 
 #include <cpuid.h>
 
@@ -22,4 +22,4 @@ bool machineHasAvx() {
     return (saved & kSseAndAvx) == kSseAndAvx;
 }
 
-const RenderStretch renderStretch = machineHasAvx() ? renderStretchAvx : renderStretchSse2;
+const RenderSubBlock renderSubBlock = machineHasAvx() ? renderSubBlockAvx : renderSubBlockSse2;

@@ -1,11 +1,11 @@
-// The signal path over a stretch, for the kernel of an instruction set to be built from.
+// The signal path over a sub-block, for the kernel of an instruction set to be built from.
 //
 // Everything here is inlined into the kernel and compiled for its instruction set: nothing of it
 // may leave a function of its own behind, which the linker could give to machines that cannot run
 // it.
 #pragma once
 
-#include "effect/Stretch.h"
+#include "effect/SubBlock.h"
 
 #include <cstring>
 #include <emmintrin.h>
@@ -23,21 +23,22 @@ TVDELAY_INLINE int bitsOf(float value) {
 // How many former inputs a filter keeps.
 constexpr int kInputHistory = 3;
 
-// The samples of both lines over a stretch, left and right in turn, widened from single precision.
-struct StretchTaps {
+// The samples of both lines over a sub-block, left and right in turn, widened from single
+// precision.
+struct SubBlockTaps {
     TVDELAY_INLINE double* first() { return samples + 2 * kInputHistory; }
     TVDELAY_INLINE const double* first() const { return samples + 2 * kInputHistory; }
 
     // The first frames are a pair's room for the inputs of its last ticks, oldest first.
-    alignas(64) double samples[2 * (kInputHistory + kMaxStretch)];
+    alignas(64) double samples[2 * (kInputHistory + kMaxSubBlock)];
 };
 
 // The samples of one line or channel.
-using Channel = float[kMaxStretch];
+using Channel = float[kMaxSubBlock];
 
-TVDELAY_INLINE void interleave(const float* left, const float* right, StretchTaps& taps,
+TVDELAY_INLINE void interleave(const float* left, const float* right, SubBlockTaps& taps,
                                int frames) {
-    float both[2 * kMaxStretch];
+    float both[2 * kMaxSubBlock];
     for (int i = 0; i < frames; ++i) {
         both[2 * i] = left[i];
         both[2 * i + 1] = right[i];
@@ -47,8 +48,8 @@ TVDELAY_INLINE void interleave(const float* left, const float* right, StretchTap
     }
 }
 
-TVDELAY_INLINE void deinterleave(const StretchTaps& taps, float* left, float* right, int frames) {
-    float both[2 * kMaxStretch];
+TVDELAY_INLINE void deinterleave(const SubBlockTaps& taps, float* left, float* right, int frames) {
+    float both[2 * kMaxSubBlock];
     for (int i = 0; i < 2 * frames; ++i) {
         both[i] = static_cast<float>(taps.first()[i]);
     }
@@ -75,10 +76,10 @@ TVDELAY_INLINE void feed(float* __restrict line, const float* __restrict taps, f
 // hangs on the filters, so they fit into the time that the filters wait for their own results.
 class SweepFactors {
 public:
-    TVDELAY_INLINE SweepFactors(const Stretch& stretch, double* factors)
-        : position(_mm_set_pd(stretch.start + 1.0, stretch.start)),
-          length(_mm_set1_pd(stretch.length)), size(_mm_set1_pd(stretch.sineTableSize)),
-          panDepth(_mm_set1_pd(stretch.panDepth)), sineTable(stretch.sineTable), out(factors) {}
+    TVDELAY_INLINE SweepFactors(const SubBlock& subBlock, double* factors)
+        : position(_mm_set_pd(subBlock.start + 1.0, subBlock.start)),
+          length(_mm_set1_pd(subBlock.length)), size(_mm_set1_pd(subBlock.sineTableSize)),
+          panDepth(_mm_set1_pd(subBlock.panDepth)), sineTable(subBlock.sineTable), out(factors) {}
 
     // Frames `i` and `i + 1`; to be called for i = 0, 2, 4 and so on. Of an odd number of frames
     // the last call makes one factor more.
@@ -99,7 +100,7 @@ private:
     double* out;
 };
 
-// For a stretch without a sweep.
+// For a sub-block without a sweep.
 struct NoFactors {
     TVDELAY_INLINE void operator()(long i) {}
 };
@@ -130,7 +131,7 @@ public:
     TVDELAY_INLINE Meanwhile(const Watch& fieldWatch, const Factors& sweepFactors)
         : watch(fieldWatch), factors(sweepFactors) {}
 
-    // False when frame `i` or `i + 1` reads something new: the stretch is to end before `i`.
+    // False when frame `i` or `i + 1` reads something new: the sub-block is to end before `i`.
     TVDELAY_INLINE bool operator()(long i) {
         if (!watch.twoFramesAlike()) {
             return false;
@@ -144,7 +145,7 @@ private:
     Factors factors;
 };
 
-// The taps of a stretch: into the loop, and as they go out.
+// The taps of a sub-block: into the loop, and as they go out.
 struct FilteredTaps {
     Channel loopLeft;
     Channel loopRight;
@@ -161,35 +162,35 @@ struct FilteredTaps {
 // meanwhile) through two; every result is rounded to single precision. Both ask meanwhile(i) ahead
 // of each even frame, end before it when it answers false, and return how many frames they took.
 template <typename Kernel, int kPairs, typename Factors>
-TVDELAY_INLINE int filterTaps(const Stretch& stretch, const SampleFields& live,
+TVDELAY_INLINE int filterTaps(const SubBlock& subBlock, const SampleFields& live,
                               const SampleFields& held, const float& liveFeedBack,
                               const Factors& factors, FilteredTaps& filtered) {
     using Watch = typename Kernel::template FieldWatch<kPairs>;
-    Meanwhile<Watch, Factors> meanwhile(Watch(stretch, live, held, liveFeedBack), factors);
+    Meanwhile<Watch, Factors> meanwhile(Watch(subBlock, live, held, liveFeedBack), factors);
     filtered.wetLeft = filtered.loopLeft;
     filtered.wetRight = filtered.loopRight;
     if (kPairs == 0) {
         int frames = 0;
-        while (frames < stretch.frames && meanwhile(frames)) {
+        while (frames < subBlock.frames && meanwhile(frames)) {
             frames += 2;
         }
-        frames = frames < stretch.frames ? frames : stretch.frames;
-        copy(stretch.lineLeft, filtered.loopLeft, frames);
-        copy(stretch.lineRight, filtered.loopRight, frames);
+        frames = frames < subBlock.frames ? frames : subBlock.frames;
+        copy(subBlock.lineLeft, filtered.loopLeft, frames);
+        copy(subBlock.lineRight, filtered.loopRight, frames);
         return frames;
     }
-    StretchTaps taps[kPairs + 1]; // before, between and behind the pairs
-    interleave(stretch.lineLeft, stretch.lineRight, taps[0], stretch.frames);
+    SubBlockTaps taps[kPairs + 1]; // before, between and behind the pairs
+    interleave(subBlock.lineLeft, subBlock.lineRight, taps[0], subBlock.frames);
     int frames;
     if constexpr (kPairs == 2) {
-        frames = Kernel::tickTwoPairs(stretch.pairs[0], stretch.pairs[1], taps[0], taps[1], taps[2],
-                                      stretch.frames, meanwhile);
+        frames = Kernel::tickTwoPairs(subBlock.pairs[0], subBlock.pairs[1], taps[0], taps[1],
+                                      taps[2], subBlock.frames, meanwhile);
     } else {
         frames =
-            Kernel::tickPair(stretch.pairs[0], taps[0], taps[kPairs], stretch.frames, meanwhile);
+            Kernel::tickPair(subBlock.pairs[0], taps[0], taps[kPairs], subBlock.frames, meanwhile);
     }
-    deinterleave(taps[stretch.pairsInside], filtered.loopLeft, filtered.loopRight, frames);
-    if (stretch.pairsInside < kPairs) {
+    deinterleave(taps[subBlock.pairsInside], filtered.loopLeft, filtered.loopRight, frames);
+    if (subBlock.pairsInside < kPairs) {
         deinterleave(taps[kPairs], filtered.behindLeft, filtered.behindRight, frames);
         filtered.wetLeft = filtered.behindLeft;
         filtered.wetRight = filtered.behindRight;
@@ -198,56 +199,58 @@ TVDELAY_INLINE int filterTaps(const Stretch& stretch, const SampleFields& live,
 }
 
 template <typename Kernel, typename Factors>
-TVDELAY_INLINE int filterTaps(const Stretch& stretch, const SampleFields& live,
+TVDELAY_INLINE int filterTaps(const SubBlock& subBlock, const SampleFields& live,
                               const SampleFields& held, const float& liveFeedBack,
                               const Factors& factors, FilteredTaps& filtered) {
-    switch (stretch.pairsRunning) {
+    switch (subBlock.pairsRunning) {
     case 2:
-        return filterTaps<Kernel, 2>(stretch, live, held, liveFeedBack, factors, filtered);
+        return filterTaps<Kernel, 2>(subBlock, live, held, liveFeedBack, factors, filtered);
     case 1:
-        return filterTaps<Kernel, 1>(stretch, live, held, liveFeedBack, factors, filtered);
+        return filterTaps<Kernel, 1>(subBlock, live, held, liveFeedBack, factors, filtered);
     default:
-        return filterTaps<Kernel, 0>(stretch, live, held, liveFeedBack, factors, filtered);
+        return filterTaps<Kernel, 0>(subBlock, live, held, liveFeedBack, factors, filtered);
     }
 }
 
 template <typename Kernel>
-TVDELAY_INLINE void renderWith(Stretch& stretch, const SampleFields& live, const SampleFields& held,
-                               const float& liveFeedBack) {
-    const bool swept = stretch.panDepth != 0.0; // else the factors are exactly 1.0
+TVDELAY_INLINE void renderWith(SubBlock& subBlock, const SampleFields& live,
+                               const SampleFields& held, const float& liveFeedBack) {
+    const bool swept = subBlock.panDepth != 0.0; // else the factors are exactly 1.0
     FilteredTaps taps;
-    double factors[kMaxStretch + 1];
+    double factors[kMaxSubBlock + 1];
     const int frames =
-        swept ? filterTaps<Kernel>(stretch, live, held, liveFeedBack,
-                                   SweepFactors(stretch, factors), taps)
-              : filterTaps<Kernel>(stretch, live, held, liveFeedBack, NoFactors(), taps);
-    stretch.frames = frames;
+        swept ? filterTaps<Kernel>(subBlock, live, held, liveFeedBack,
+                                   SweepFactors(subBlock, factors), taps)
+              : filterTaps<Kernel>(subBlock, live, held, liveFeedBack, NoFactors(), taps);
+    subBlock.frames = frames;
     if (frames == 0) {
         return;
     }
-    stretch.sweepPhase =
-        static_cast<double>(stretch.start + frames - 1) / static_cast<double>(stretch.length);
-    stretch.sineIndex = static_cast<VstInt32>(stretch.sweepPhase * stretch.sineTableSize);
+    subBlock.sweepPhase =
+        static_cast<double>(subBlock.start + frames - 1) / static_cast<double>(subBlock.length);
+    subBlock.sineIndex = static_cast<VstInt32>(subBlock.sweepPhase * subBlock.sineTableSize);
 
     Channel inLeft; // the outputs may be written over the inputs
     Channel inRight;
-    copy(stretch.inLeft, inLeft, frames);
-    copy(stretch.inRight, inRight, frames);
-    feed(stretch.lineLeft, taps.loopLeft, stretch.feedBack, inLeft, frames);
-    feed(stretch.lineRight, taps.loopRight, stretch.feedBack, inRight, frames);
+    copy(subBlock.inLeft, inLeft, frames);
+    copy(subBlock.inRight, inRight, frames);
+    feed(subBlock.lineLeft, taps.loopLeft, subBlock.feedBack, inLeft, frames);
+    feed(subBlock.lineRight, taps.loopRight, subBlock.feedBack, inRight, frames);
 
     // The lines cross here: the right one feeds the left output.
-    if (swept && stretch.panSide) {
-        mixSwept(stretch.outLeft, taps.wetRight, stretch.gainToLeft, stretch.mix, factors, inLeft,
-                 frames);
+    if (swept && subBlock.panSide) {
+        mixSwept(subBlock.outLeft, taps.wetRight, subBlock.gainToLeft, subBlock.mix, factors,
+                 inLeft, frames);
     } else {
-        mixPlain(stretch.outLeft, taps.wetRight, stretch.gainToLeft, stretch.mix, inLeft, frames);
+        mixPlain(subBlock.outLeft, taps.wetRight, subBlock.gainToLeft, subBlock.mix, inLeft,
+                 frames);
     }
-    if (swept && !stretch.panSide) {
-        mixSwept(stretch.outRight, taps.wetLeft, stretch.gainToRight, stretch.mix, factors, inRight,
-                 frames);
+    if (swept && !subBlock.panSide) {
+        mixSwept(subBlock.outRight, taps.wetLeft, subBlock.gainToRight, subBlock.mix, factors,
+                 inRight, frames);
     } else {
-        mixPlain(stretch.outRight, taps.wetLeft, stretch.gainToRight, stretch.mix, inRight, frames);
+        mixPlain(subBlock.outRight, taps.wetLeft, subBlock.gainToRight, subBlock.mix, inRight,
+                 frames);
     }
 }
 

@@ -2,7 +2,7 @@
 #define TVDELAY_TARGET
 
 #include "effect/LiveField.h"
-#include "effect/StretchRender.h"
+#include "effect/SubBlockRender.h"
 
 #include <emmintrin.h>
 
@@ -25,9 +25,9 @@ struct Kernel {
     template <int kPairs>
     class FieldWatch {
     public:
-        TVDELAY_INLINE FieldWatch(const Stretch& stretch, const SampleFields& live,
+        TVDELAY_INLINE FieldWatch(const SubBlock& subBlock, const SampleFields& live,
                                   const SampleFields& held, const float& liveFeedBack)
-            : feedBack(liveFeedBack), heldFeedBack(bitsOf(stretch.feedBack)) {
+            : feedBack(liveFeedBack), heldFeedBack(bitsOf(subBlock.feedBack)) {
             watch(0, &live.delayLength, &held.delayLength);
             watch(1, &live.delayPosition, &held.delayPosition);
             watch(2, &live.lowPass, &held.lowPass);           // and highPass
@@ -35,8 +35,8 @@ struct Kernel {
             watch(4, &live.mix, &held.mix);
             watch(5, &live.lastSampleRate, &held.lastSampleRate); // and panDepth
             for (int pair = 0; pair < kPairs; ++pair) {
-                watchGains(kFields + 4 * pair, stretch.pairs[pair].left);
-                watchGains(kFields + 4 * pair + 2, stretch.pairs[pair].right);
+                watchGains(kFields + 4 * pair, subBlock.pairs[pair].left);
+                watchGains(kFields + 4 * pair + 2, subBlock.pairs[pair].right);
             }
         }
 
@@ -74,7 +74,7 @@ struct Kernel {
     };
 
     template <typename Meanwhile>
-    static int tickPair(FilterPair pair, StretchTaps& in, StretchTaps& out, int frames,
+    static int tickPair(FilterPair pair, SubBlockTaps& in, SubBlockTaps& out, int frames,
                         Meanwhile meanwhile) {
         FourPoleFilter* const left = pair.left;
         FourPoleFilter* const right = pair.right;
@@ -128,8 +128,8 @@ struct Kernel {
     }
 
     template <typename Meanwhile>
-    TVDELAY_INLINE static int tickTwoPairs(FilterPair first, FilterPair second, StretchTaps& in,
-                                           StretchTaps& between, StretchTaps& out, int frames,
+    TVDELAY_INLINE static int tickTwoPairs(FilterPair first, FilterPair second, SubBlockTaps& in,
+                                           SubBlockTaps& between, SubBlockTaps& out, int frames,
                                            Meanwhile meanwhile) {
         const int taken = tickPair(first, in, between, frames, meanwhile);
         return tickPair(second, between, out, taken, [](long) { return true; });
@@ -138,7 +138,7 @@ struct Kernel {
 
 } // namespace
 
-void renderStretchSse2(Stretch& stretch, const SampleFields& live, const SampleFields& held,
-                       const float& liveFeedBack) {
-    renderWith<Kernel>(stretch, live, held, liveFeedBack);
+void renderSubBlockSse2(SubBlock& subBlock, const SampleFields& live, const SampleFields& held,
+                        const float& liveFeedBack) {
+    renderWith<Kernel>(subBlock, live, held, liveFeedBack);
 }

@@ -3,7 +3,7 @@
 #define TVDELAY_TARGET __attribute__((target("avx")))
 
 #include "effect/LiveField.h"
-#include "effect/StretchRender.h"
+#include "effect/SubBlockRender.h"
 
 #include <immintrin.h>
 
@@ -23,9 +23,9 @@ TVDELAY_INLINE void scatter(__m128d lanes, double& left, double& right) {
     _mm_storeh_pd(&right, lanes);
 }
 
-// A pair while it runs over a stretch; its filters get their state back by `finish`.
+// A pair while it runs over a sub-block; its filters get their state back by `finish`.
 struct RunningPair {
-    TVDELAY_INLINE void start(FilterPair filters, StretchTaps& taps) {
+    TVDELAY_INLINE void start(FilterPair filters, SubBlockTaps& taps) {
         pair = filters;
         in = taps.samples;
         c = _mm256_set_m128d(gather(pair.left->highCoefficient, pair.right->highCoefficient),
@@ -44,7 +44,7 @@ struct RunningPair {
     }
 
     // Frames `i` and `i + 1`; writes their results, rounded to single precision, to `out`.
-    TVDELAY_INLINE void tickTwo(long i, StretchTaps& out) {
+    TVDELAY_INLINE void tickTwo(long i, SubBlockTaps& out) {
         const __m256d first = advance(i);
         const __m256d second = advance(i + 1);
         const __m256d lowBand = _mm256_permute2f128_pd(first, second, 0x20);
@@ -58,7 +58,7 @@ struct RunningPair {
     }
 
     // Frame `i` by itself.
-    TVDELAY_INLINE void tickOne(long i, StretchTaps& out) {
+    TVDELAY_INLINE void tickOne(long i, SubBlockTaps& out) {
         const __m256d chains = advance(i);
         const __m128d lowBand = _mm256_castpd256_pd128(chains);
         const __m128d highChain = _mm256_extractf128_pd(chains, 1);
@@ -133,14 +133,14 @@ struct Kernel {
     template <int kPairs>
     class FieldWatch {
     public:
-        TVDELAY_INLINE FieldWatch(const Stretch& stretch, const SampleFields& liveFields,
+        TVDELAY_INLINE FieldWatch(const SubBlock& subBlock, const SampleFields& liveFields,
                                   const SampleFields& held, const float& liveFeedBack)
             : live(liveFields), feedBack(liveFeedBack), heldDelay(bytesAt(&held.delayLength)),
               heldPlacement(bytesAt(&held.lowPass)), heldMix(wordAt(held.mix)),
-              heldPanDepth(wordAt(held.panDepth)), heldFeedBack(bitsOf(stretch.feedBack)) {
+              heldPanDepth(wordAt(held.panDepth)), heldFeedBack(bitsOf(subBlock.feedBack)) {
             for (int pair = 0; pair < kPairs; ++pair) {
-                gains[2 * pair] = gainsOf(stretch.pairs[pair].left);
-                gains[2 * pair + 1] = gainsOf(stretch.pairs[pair].right);
+                gains[2 * pair] = gainsOf(subBlock.pairs[pair].left);
+                gains[2 * pair + 1] = gainsOf(subBlock.pairs[pair].right);
             }
             for (int filter = 0; filter < kFilters; ++filter) {
                 heldGains[filter] = bytesAt(gains[filter]);
@@ -169,8 +169,8 @@ struct Kernel {
     private:
         static constexpr int kFilters = 2 * kPairs;
 
-        // A filter's three gains, with the input before them, which changes only when a stretch is
-        // over.
+        // A filter's three gains, with the input before them, which changes only when a sub-block
+        // is over.
         TVDELAY_INLINE static const void* gainsOf(const FourPoleFilter* filter) {
             return &filter->inputHistory[kInputHistory - 1];
         }
@@ -187,7 +187,7 @@ struct Kernel {
     };
 
     template <typename Meanwhile>
-    TVDELAY_TARGET static int tickPair(FilterPair pair, StretchTaps& in, StretchTaps& out,
+    TVDELAY_TARGET static int tickPair(FilterPair pair, SubBlockTaps& in, SubBlockTaps& out,
                                        int frames, Meanwhile meanwhile) {
         RunningPair running;
         running.start(pair, in);
@@ -206,8 +206,8 @@ struct Kernel {
     }
 
     template <typename Meanwhile>
-    TVDELAY_TARGET static int tickTwoPairs(FilterPair first, FilterPair second, StretchTaps& in,
-                                           StretchTaps& between, StretchTaps& out, int frames,
+    TVDELAY_TARGET static int tickTwoPairs(FilterPair first, FilterPair second, SubBlockTaps& in,
+                                           SubBlockTaps& between, SubBlockTaps& out, int frames,
                                            Meanwhile meanwhile) {
         // How far the second pair runs behind the first, so that what it takes is ready.
         constexpr long kLag = 8;
@@ -243,7 +243,7 @@ struct Kernel {
 
 } // namespace
 
-TVDELAY_TARGET void renderStretchAvx(Stretch& stretch, const SampleFields& live,
-                                     const SampleFields& held, const float& liveFeedBack) {
-    renderWith<Kernel>(stretch, live, held, liveFeedBack);
+TVDELAY_TARGET void renderSubBlockAvx(SubBlock& subBlock, const SampleFields& live,
+                                      const SampleFields& held, const float& liveFeedBack) {
+    renderWith<Kernel>(subBlock, live, held, liveFeedBack);
 }

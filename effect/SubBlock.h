@@ -1,6 +1,6 @@
-// A stretch: samples in a row that all read the same parameters and do not wrap the delay lines, so
-// that no tap among them depends on what another of them writes. Each step of the signal path can
-// run over all of them before the next step does.
+// A sub-block: samples in a row that all read the same parameters and do not wrap the delay lines,
+// so that no tap among them depends on what another of them writes. Each step of the signal path
+// can run over all of them before the next step does.
 #pragma once
 
 #include "effect/FourPoleFilter.h"
@@ -8,16 +8,16 @@
 
 #include <cstdint>
 
-// The longest stretch, in frames.
-constexpr int kMaxStretch = 64;
+// The longest sub-block, in frames.
+constexpr int kMaxSubBlock = 64;
 
 struct FilterPair {
     FourPoleFilter* left;
     FourPoleFilter* right;
 };
 
-struct Stretch {
-    VstInt32 frames; // 1 to kMaxStretch; as a result, how many went through
+struct SubBlock {
+    VstInt32 frames; // 1 to kMaxSubBlock; as a result, how many went through
 
     const float* inLeft;
     const float* inRight;
@@ -68,21 +68,21 @@ struct SampleFields {
 
 static_assert(sizeof(SampleFields) == 104);
 
-// Takes the stretch's samples through the signal path and sets stretch.frames to how many. While it
-// does, it reads for each sample anew, from memory, `live`, `liveFeedBack` and the gains of the
-// stretch's pairs; the stretch ends before a sample that finds in them something else than `held`,
-// stretch.feedBack and the gains hold at the call, perhaps with the first sample. Neither allocates
-// nor locks.
-using RenderStretch = void (*)(Stretch& stretch, const SampleFields& live, const SampleFields& held,
-                               const float& liveFeedBack);
+// Takes the sub-block's samples through the signal path and sets subBlock.frames to how many. While
+// it does, it reads for each sample anew, from memory, `live`, `liveFeedBack` and the gains of the
+// sub-block's pairs; the sub-block ends before a sample that finds in them something else than
+// `held`, subBlock.feedBack and the gains hold at the call, perhaps with the first sample. Neither
+// allocates nor locks.
+using RenderSubBlock = void (*)(SubBlock& subBlock, const SampleFields& live,
+                                const SampleFields& held, const float& liveFeedBack);
 
 // The same bits, by different instruction sets.
-void renderStretchSse2(Stretch& stretch, const SampleFields& live, const SampleFields& held,
-                       const float& liveFeedBack); // for any x86-64
-void renderStretchAvx(Stretch& stretch, const SampleFields& live, const SampleFields& held,
-                      const float& liveFeedBack); // for machines with AVX
+void renderSubBlockSse2(SubBlock& subBlock, const SampleFields& live, const SampleFields& held,
+                        const float& liveFeedBack); // for any x86-64
+void renderSubBlockAvx(SubBlock& subBlock, const SampleFields& live, const SampleFields& held,
+                       const float& liveFeedBack); // for machines with AVX
 
 bool machineHasAvx();
 
 // The fastest that this machine runs, chosen when the code is loaded.
-extern const RenderStretch renderStretch;
+extern const RenderSubBlock renderSubBlock;

@@ -1,6 +1,6 @@
 // The kernels of each instruction set against the model, sample by sample. The machine at hand uses
 // only one of them by itself.
-#include "effect/Stretch.h"
+#include "effect/SubBlock.h"
 
 #include "effect/LiveField.h"
 #include "tests/support/Bits.h"
@@ -38,7 +38,7 @@ bool same(const FourPoleFilter& filter, const ReferenceFilter& model) {
     return firstDifference(own, expected, 16) < 0;
 }
 
-// A model somewhere in a pass, with everything random that a stretch depends on.
+// A model somewhere in a pass, with everything random that a sub-block depends on.
 void shake(ReferenceDelay& model, Dice& dice, int frames) {
     static constexpr double kDepths[] = {0.0, 1.0, 0.5, -0.0, -1.0, 0.374};
     static constexpr Signal kSignals[] = {Signal::Noise,   Signal::Noise,     Signal::Tone,
@@ -94,24 +94,24 @@ struct Filters {
     FourPoleFilter highPassRight;
 };
 
-void addPairs(Stretch& stretch, const ReferenceDelay& model, Filters& filters, bool inside) {
+void addPairs(SubBlock& subBlock, const ReferenceDelay& model, Filters& filters, bool inside) {
     if (model.lowPass > 0.0 && model.lowPassType == inside) {
-        stretch.pairs[stretch.pairsRunning++] = {&filters.lowPassLeft, &filters.lowPassRight};
+        subBlock.pairs[subBlock.pairsRunning++] = {&filters.lowPassLeft, &filters.lowPassRight};
     }
     if (model.highPass > 0.0 && model.highPassType == inside) {
-        stretch.pairs[stretch.pairsRunning++] = {&filters.highPassLeft, &filters.highPassRight};
+        subBlock.pairs[subBlock.pairsRunning++] = {&filters.highPassLeft, &filters.highPassRight};
     }
     if (inside) {
-        stretch.pairsInside = stretch.pairsRunning;
+        subBlock.pairsInside = subBlock.pairsRunning;
     }
 }
 
-// A stretch of a shaken model, in memory of its own.
-class StretchRun {
+// A sub-block of a shaken model, in memory of its own.
+class SubBlockRun {
 public:
     // `mix` replaces the shaken one.
-    StretchRun(ReferenceDelay& model, Dice& dice, std::optional<double> mix = std::nullopt)
-        : frames_(static_cast<int>(dice.between(1, kMaxStretch))), model_(shaken(model, dice)),
+    SubBlockRun(ReferenceDelay& model, Dice& dice, std::optional<double> mix = std::nullopt)
+        : frames_(static_cast<int>(dice.between(1, kMaxSubBlock))), model_(shaken(model, dice)),
           filters_(model), lineLeft_(windowOf(model.delayBufferLeft)),
           lineRight_(windowOf(model.delayBufferRight)) {
         const auto count = static_cast<std::size_t>(frames_);
@@ -150,31 +150,31 @@ public:
     }
 
     // How many frames went through.
-    int render(RenderStretch kernel) { return render(kernel, live); }
-    int render(RenderStretch kernel, const SampleFields& fields) {
+    int render(RenderSubBlock kernel) { return render(kernel, live); }
+    int render(RenderSubBlock kernel, const SampleFields& fields) {
         const auto count = static_cast<std::size_t>(frames_);
-        stretch_.frames = frames_;
-        stretch_.inLeft = own_.data();
-        stretch_.inRight = own_.data() + count;
-        stretch_.outLeft = own_.data() + outLeft_;
-        stretch_.outRight = own_.data() + outRight_;
-        stretch_.lineLeft = lineLeft_.data() + kMargin;
-        stretch_.lineRight = lineRight_.data() + kMargin;
-        addPairs(stretch_, model_, filters_, true);
-        addPairs(stretch_, model_, filters_, false);
-        stretch_.feedBack = model_.feedBack;
+        subBlock_.frames = frames_;
+        subBlock_.inLeft = own_.data();
+        subBlock_.inRight = own_.data() + count;
+        subBlock_.outLeft = own_.data() + outLeft_;
+        subBlock_.outRight = own_.data() + outRight_;
+        subBlock_.lineLeft = lineLeft_.data() + kMargin;
+        subBlock_.lineRight = lineRight_.data() + kMargin;
+        addPairs(subBlock_, model_, filters_, true);
+        addPairs(subBlock_, model_, filters_, false);
+        subBlock_.feedBack = model_.feedBack;
         const double twice = model_.leftRight + model_.leftRight;
-        stretch_.gainToLeft = model_.leftRight > 0.5 ? static_cast<float>(2.0 - twice) : 1.0f;
-        stretch_.gainToRight = model_.leftRight < 0.5 ? static_cast<float>(twice) : 1.0f;
-        stretch_.mix = model_.mix;
-        stretch_.sineTable = ReferenceDelay::sineTable().data();
-        stretch_.sineTableSize = 179692.0;
-        stretch_.panDepth = model_.panDepth;
-        stretch_.panSide = model_.panSide;
-        stretch_.start = static_cast<VstInt32>(model_.delayPosition);
-        stretch_.length = static_cast<VstInt32>(model_.delayLength);
-        kernel(stretch_, fields, held, liveFeedBack);
-        return stretch_.frames;
+        subBlock_.gainToLeft = model_.leftRight > 0.5 ? static_cast<float>(2.0 - twice) : 1.0f;
+        subBlock_.gainToRight = model_.leftRight < 0.5 ? static_cast<float>(twice) : 1.0f;
+        subBlock_.mix = model_.mix;
+        subBlock_.sineTable = ReferenceDelay::sineTable().data();
+        subBlock_.sineTableSize = 179692.0;
+        subBlock_.panDepth = model_.panDepth;
+        subBlock_.panSide = model_.panSide;
+        subBlock_.start = static_cast<VstInt32>(model_.delayPosition);
+        subBlock_.length = static_cast<VstInt32>(model_.delayLength);
+        kernel(subBlock_, fields, held, liveFeedBack);
+        return subBlock_.frames;
     }
 
     // Empty when memory and filters are those of the model after so many frames.
@@ -198,8 +198,8 @@ public:
         if (!filters_.sameAs(model_)) {
             difference += "the filters differ; ";
         }
-        if (frames > 0 && (!sameNumber(stretch_.sweepPhase, model_.sweepPhase) ||
-                           stretch_.sineIndex != model_.sineIndex)) {
+        if (frames > 0 && (!sameNumber(subBlock_.sweepPhase, model_.sweepPhase) ||
+                           subBlock_.sineIndex != model_.sineIndex)) {
             difference += "the place of the sweep differs; ";
         }
         return difference.empty() ? "" : difference + std::to_string(frames) + " frames";
@@ -217,7 +217,7 @@ private:
         return model;
     }
 
-    // A line's samples of the stretch, with those around them.
+    // A line's samples of the sub-block, with those around them.
     std::vector<float> windowOf(const std::vector<float>& line) const {
         std::vector<float> window;
         for (std::ptrdiff_t i = -kMargin; i < frames_ + kMargin; ++i) {
@@ -240,12 +240,12 @@ private:
     std::size_t outRight_ = 0;
     std::vector<float> own_;
     std::vector<float> expected_;
-    Stretch stretch_{};
+    SubBlock subBlock_{};
 };
 
 struct KernelRow {
     const char* name;
-    RenderStretch render;
+    RenderSubBlock render;
     bool (*runsHere)();
 };
 
@@ -253,7 +253,7 @@ bool always() {
     return true;
 }
 
-class StretchKernelsTest : public testing::TestWithParam<KernelRow> {
+class SubBlockKernelsTest : public testing::TestWithParam<KernelRow> {
 protected:
     void SetUp() override {
         if (!GetParam().runsHere()) {
@@ -264,45 +264,45 @@ protected:
 
 } // namespace
 
-TEST_P(StretchKernelsTest, RenderGivesTheModelsBits) {
+TEST_P(SubBlockKernelsTest, RenderGivesTheModelsBits) {
     const std::uint64_t seed = randomSeed(0x57);
     Dice dice(seed);
     ReferenceDelay model;
     for (int round = 0; round < 4000; ++round) {
-        StretchRun run(model, dice);
+        SubBlockRun run(model, dice);
         ASSERT_EQ(run.render(GetParam().render), run.frames()) << "nothing changes meanwhile";
         ASSERT_EQ(run.differenceAfter(run.frames()), "")
             << "round " << round << ", TVDELAY_TEST_SEED=" << seed;
     }
 }
 
-TEST_P(StretchKernelsTest, FirstSampleThatFindsAnotherValueIsLeftAlone) {
+TEST_P(SubBlockKernelsTest, FirstSampleThatFindsAnotherValueIsLeftAlone) {
     const std::uint64_t seed = randomSeed(0x58);
     const auto expectNone = [&](const char* name, auto change) {
         Dice dice(seed);
         ReferenceDelay model;
         for (int round = 0; round < 40; ++round) {
-            StretchRun run(model, dice);
+            SubBlockRun run(model, dice);
             change(run);
             ASSERT_EQ(run.render(GetParam().render), 0) << name << ", round " << round;
             ASSERT_EQ(run.differenceAfter(0), "") << name << ", round " << round;
         }
     };
-    expectNone("delayLength", [](StretchRun& run) { ++run.live.delayLength; });
-    expectNone("delayPosition", [](StretchRun& run) { ++run.live.delayPosition; });
-    expectNone("lowPass", [](StretchRun& run) { run.live.lowPass += 0.25; });
-    expectNone("highPass", [](StretchRun& run) { run.live.highPass += 0.25; });
-    expectNone("lowPassType", [](StretchRun& run) { run.live.lowPassType ^= true; });
-    expectNone("highPassType", [](StretchRun& run) { run.live.highPassType ^= true; });
-    expectNone("leftRight", [](StretchRun& run) { run.live.leftRight += 0.25; });
-    expectNone("mix", [](StretchRun& run) { run.live.mix += 0.25; });
-    expectNone("panDepth", [](StretchRun& run) { run.live.panDepth += 0.25; });
-    expectNone("feedBack", [](StretchRun& run) { run.liveFeedBack += 0.25f; });
+    expectNone("delayLength", [](SubBlockRun& run) { ++run.live.delayLength; });
+    expectNone("delayPosition", [](SubBlockRun& run) { ++run.live.delayPosition; });
+    expectNone("lowPass", [](SubBlockRun& run) { run.live.lowPass += 0.25; });
+    expectNone("highPass", [](SubBlockRun& run) { run.live.highPass += 0.25; });
+    expectNone("lowPassType", [](SubBlockRun& run) { run.live.lowPassType ^= true; });
+    expectNone("highPassType", [](SubBlockRun& run) { run.live.highPassType ^= true; });
+    expectNone("leftRight", [](SubBlockRun& run) { run.live.leftRight += 0.25; });
+    expectNone("mix", [](SubBlockRun& run) { run.live.mix += 0.25; });
+    expectNone("panDepth", [](SubBlockRun& run) { run.live.panDepth += 0.25; });
+    expectNone("feedBack", [](SubBlockRun& run) { run.liveFeedBack += 0.25f; });
 }
 
-// Another thread flips a field to and fro: wherever a stretch then ends, all before is as if
+// Another thread flips a field to and fro: wherever a sub-block then ends, all before is as if
 // nothing had happened, and all behind is untouched.
-TEST_P(StretchKernelsTest, ChangeMeanwhileEndsTheStretchCleanly) {
+TEST_P(SubBlockKernelsTest, ChangeMeanwhileEndsTheSubBlockCleanly) {
     constexpr double kHeldMix = 0.5;
     const std::uint64_t seed = randomSeed(0x59);
     Dice dice(seed);
@@ -323,7 +323,7 @@ TEST_P(StretchKernelsTest, ChangeMeanwhileEndsTheStretchCleanly) {
     }
     std::string difference;
     for (int round = 0; round < 3000 && difference.empty(); ++round) {
-        StretchRun run(model, dice, kHeldMix);
+        SubBlockRun run(model, dice, kHeldMix);
         live.delayLength = run.held.delayLength;
         live.delayPosition = run.held.delayPosition;
         live.lowPass = run.held.lowPass;
@@ -340,12 +340,12 @@ TEST_P(StretchKernelsTest, ChangeMeanwhileEndsTheStretchCleanly) {
     EXPECT_EQ(difference, "") << "TVDELAY_TEST_SEED=" << seed;
 }
 
-INSTANTIATE_TEST_SUITE_P(Sets, StretchKernelsTest,
-                         testing::Values(KernelRow{"Sse2", renderStretchSse2, always},
-                                         KernelRow{"Avx", renderStretchAvx, machineHasAvx}),
+INSTANTIATE_TEST_SUITE_P(Sets, SubBlockKernelsTest,
+                         testing::Values(KernelRow{"Sse2", renderSubBlockSse2, always},
+                                         KernelRow{"Avx", renderSubBlockAvx, machineHasAvx}),
                          [](const auto& info) { return std::string(info.param.name); });
 
-TEST(StretchKernels, FastestSetOfTheMachineIsChosen) {
-    EXPECT_EQ(renderStretch, machineHasAvx() ? renderStretchAvx : renderStretchSse2);
+TEST(SubBlockKernels, FastestSetOfTheMachineIsChosen) {
+    EXPECT_EQ(renderSubBlock, machineHasAvx() ? renderSubBlockAvx : renderSubBlockSse2);
     EXPECT_EQ(machineHasAvx(), static_cast<bool>(__builtin_cpu_supports("avx")));
 }
