@@ -1,10 +1,10 @@
 // VstXSynth's parameters: what each write does, and their names and texts.
 #include "effect/VstXSynth.h"
 
-#include "editor/tveditor13.h"
 #include "plugin/Truncation.h"
 #include "plugin/vst2/EffectOpcodes.h"
 
+#include <cstddef>
 #include <cstring>
 
 namespace {
@@ -12,6 +12,13 @@ namespace {
 // Not-a-numbers switch off.
 bool isSwitchedOn(float value) {
     return value < 0.0f || value > 0.0f;
+}
+
+// The whole text with its terminator, also where it is longer than kVstMaxParamStrLen: hosts have
+// the room.
+template <std::size_t kSize>
+void write(char* text, const char (&literal)[kSize]) {
+    std::memcpy(text, literal, kSize);
 }
 
 } // namespace
@@ -88,14 +95,6 @@ void VstXSynth::setParameter(VstInt32 index, float value) {
     notifyEditor(index, value);
 }
 
-// Told of every index, unknown ones too.
-void VstXSynth::notifyEditor(VstInt32 index, float value) {
-    auto* const shown = static_cast<tveditor13*>(editor);
-    if (shown != nullptr && shown->editorOpen && !editorUpdateHold) {
-        shown->setParameter(index, value);
-    }
-}
-
 float VstXSynth::getParameter(VstInt32 index) {
     switch (index) {
     case kDelay:
@@ -124,31 +123,31 @@ float VstXSynth::getParameter(VstInt32 index) {
 void VstXSynth::getParameterName(VstInt32 index, char* text) {
     switch (index) {
     case kDelay:
-        std::strcpy(text, "Delay");
+        write(text, "Delay");
         break;
     case kFeedBack:
-        std::strcpy(text, "FeedBack");
+        write(text, "FeedBack");
         break;
     case kLowPass:
-        std::strcpy(text, "lowPass");
+        write(text, "lowPass");
         break;
     case kHighPass:
-        std::strcpy(text, "highPass");
+        write(text, "highPass");
         break;
     case kLowPassType:
-        std::strcpy(text, "lowPass Type");
+        write(text, "lowPass Type");
         break;
     case kHighPassType:
-        std::strcpy(text, "highPass Type");
+        write(text, "highPass Type");
         break;
     case kLeftRight:
-        std::strcpy(text, "Left/Right");
+        write(text, "Left/Right");
         break;
     case kPanDepth:
-        std::strcpy(text, "Pan Depth");
+        write(text, "Pan Depth");
         break;
     case kMix:
-        std::strcpy(text, "MIX");
+        write(text, "MIX");
         break;
     default:
         break;
@@ -158,23 +157,23 @@ void VstXSynth::getParameterName(VstInt32 index, char* text) {
 void VstXSynth::getParameterLabel(VstInt32 index, char* label) {
     switch (index) {
     case kDelay:
-        std::strcpy(label, "samples");
+        write(label, "samples");
         break;
     case kFeedBack:
-        std::strcpy(label, "amount");
+        write(label, "amount");
         break;
     case kLowPassType:
     case kHighPassType:
-        std::strcpy(label, "on/off");
+        write(label, "on/off");
         break;
     case kLeftRight:
-        std::strcpy(label, "left/right");
+        write(label, "left/right");
         break;
     case kLowPass:
     case kHighPass:
     case kPanDepth:
     case kMix:
-        std::strcpy(label, "%");
+        write(label, "%");
         break;
     default:
         break;

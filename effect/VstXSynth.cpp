@@ -1,8 +1,7 @@
-// Life of the effect; its other sides are in Parameters.cpp, Programs.cpp, SignalPath.cpp and
-// Identity.cpp.
+// Life of the effect; its other sides are in Parameters.cpp, Programs.cpp, SignalPath.cpp,
+// EditorLink.cpp and Identity.cpp.
 #include "effect/VstXSynth.h"
 
-#include "editor/tveditor13.h"
 #include "effect/LiveField.h"
 #include "plugin/Truncation.h"
 
@@ -70,10 +69,7 @@ VstXSynth::VstXSynth(audioMasterCallback host) : AudioEffectX(host, kNumPrograms
 
     resume();
 
-    uiEditor = new tveditor13(this);
-    uiEditor->setEffectRef(this);
-    setEditor(uiEditor);
-    editor = uiEditor;
+    makeEditor();
 }
 
 VstXSynth::~VstXSynth() = default;

@@ -116,6 +116,7 @@ private:
     void fillSineTable();
     void clearDelayLines();
     void lengthFromDelayTime(float value);
+    void makeEditor();
     void notifyEditor(VstInt32 index, float value);
 
     static BalanceGains balanceGains(double leftRight);
