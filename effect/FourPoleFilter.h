@@ -4,6 +4,8 @@
 
 #include "plugin/vst2/AEffect.h"
 
+#include <cstddef>
+
 // A plain record. `init` makes it usable; after that only `tick` changes it, apart from the three
 // gains, which the owner may write at any time and from any thread.
 struct FourPoleFilter {
@@ -16,6 +18,14 @@ struct FourPoleFilter {
     double midGain;
     double highGain;
 };
+
+// The fast signal path loads the oldest input and the three gains as one.
+static_assert(offsetof(FourPoleFilter, lowGain) ==
+              offsetof(FourPoleFilter, inputHistory) + 3 * sizeof(double));
+static_assert(offsetof(FourPoleFilter, midGain) ==
+              offsetof(FourPoleFilter, lowGain) + sizeof(double));
+static_assert(offsetof(FourPoleFilter, highGain) ==
+              offsetof(FourPoleFilter, lowGain) + 2 * sizeof(double));
 
 // Clears the state and sets all gains to 1.0. Frequencies and rate in Hz; any value is taken as it
 // stands.

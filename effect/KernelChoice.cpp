@@ -1,7 +1,11 @@
+// Picks the kernel that the machine at hand runs best.
 #include "effect/SubBlock.h"
 
 #include <cpuid.h>
 
+// By hand because __builtin_cpu_supports is half in the compiler's run-time library, which the
+// bundle for macOS is linked without when it is built on Linux. The system has a say in it as well:
+// without its saving the wide registers they are lost at the next change of threads.
 bool machineHasAvx() {
     unsigned a = 0;
     unsigned b = 0;
@@ -22,4 +26,4 @@ bool machineHasAvx() {
     return (saved & kSseAndAvx) == kSseAndAvx;
 }
 
-const RenderSubBlock renderSubBlock = machineHasAvx() ? renderSubBlockAvx : renderSubBlockSse2;
+const RenderSubBlock kRenderSubBlock = machineHasAvx() ? renderSubBlockAvx : renderSubBlockSse2;

@@ -3,7 +3,7 @@
 // can run over all of them before the next step does.
 #pragma once
 
-#include "effect/FourPoleFilter.h"
+#include "effect/DelayFields.h"
 #include "plugin/vst2/AEffect.h"
 
 #include <cstdint>
@@ -47,42 +47,21 @@ struct SubBlock {
     VstInt32 sineIndex; // result: of the last sample
 };
 
-// The fields of the effect that a sample depends on, as they lie there; those in between are the
-// audio thread's own.
-struct SampleFields {
-    std::int64_t delayLength;
-    std::int64_t spareLength;
-    std::int64_t delayPosition;
-    std::int64_t sparePosition;
-    double lowPass;
-    double highPass;
-    bool highPassType;
-    bool lowPassType;
-    double leftRight;
-    double mix;
-    double sweepPhase;
-    std::int64_t sineIndex;
-    std::int64_t lastSampleRate;
-    double panDepth;
-};
-
-static_assert(sizeof(SampleFields) == 104);
-
 // Takes the sub-block's samples through the signal path and sets subBlock.frames to how many. While
-// it does, it reads for each sample anew, from memory, `live`, `liveFeedBack` and the gains of the
-// sub-block's pairs; the sub-block ends before a sample that finds in them something else than
-// `held`, subBlock.feedBack and the gains hold at the call, perhaps with the first sample. Neither
-// allocates nor locks.
-using RenderSubBlock = void (*)(SubBlock& subBlock, const SampleFields& live,
-                                const SampleFields& held, const float& liveFeedBack);
+// it does, it keeps looking, in memory, at the fields of `live` and at the gains of the sub-block's
+// pairs. It ends before a sample for which one that the sample depends on is no longer what it is
+// in `held`, or was in the gains at the call; that may be the first sample. Neither allocates nor
+// locks.
+using RenderSubBlock = void (*)(SubBlock& subBlock, const DelayFields& live,
+                                const DelayFields& held);
 
 // The same bits, by different instruction sets.
-void renderSubBlockSse2(SubBlock& subBlock, const SampleFields& live, const SampleFields& held,
-                        const float& liveFeedBack); // for any x86-64
-void renderSubBlockAvx(SubBlock& subBlock, const SampleFields& live, const SampleFields& held,
-                       const float& liveFeedBack); // for machines with AVX
+void renderSubBlockSse2(SubBlock& subBlock, const DelayFields& live,
+                        const DelayFields& held); // for any x86-64
+void renderSubBlockAvx(SubBlock& subBlock, const DelayFields& live,
+                       const DelayFields& held); // for machines with AVX
 
 bool machineHasAvx();
 
 // The fastest that this machine runs, chosen when the code is loaded.
-extern const RenderSubBlock renderSubBlock;
+extern const RenderSubBlock kRenderSubBlock;

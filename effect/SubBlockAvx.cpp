@@ -133,11 +133,12 @@ struct Kernel {
     template <int kPairs>
     class FieldWatch {
     public:
-        TVDELAY_INLINE FieldWatch(const SubBlock& subBlock, const SampleFields& liveFields,
-                                  const SampleFields& held, const float& liveFeedBack)
-            : live(liveFields), feedBack(liveFeedBack), heldDelay(bytesAt(&held.delayLength)),
-              heldPlacement(bytesAt(&held.lowPass)), heldMix(wordAt(held.mix)),
-              heldPanDepth(wordAt(held.panDepth)), heldFeedBack(bitsOf(subBlock.feedBack)) {
+        TVDELAY_INLINE FieldWatch(const SubBlock& subBlock, const DelayFields& liveFields,
+                                  const DelayFields& held)
+            : live(liveFields), feedBack(liveFields.feedBack),
+              heldDelay(bytesAt(&held.delayLength)), heldPlacement(bytesAt(&held.lowPass)),
+              heldMix(wordAt(held.mix)), heldPanDepth(wordAt(held.panDepth)),
+              heldFeedBack(bitsOf(subBlock.feedBack)) {
             for (int pair = 0; pair < kPairs; ++pair) {
                 gains[2 * pair] = gainsOf(subBlock.pairs[pair].left);
                 gains[2 * pair + 1] = gainsOf(subBlock.pairs[pair].right);
@@ -175,7 +176,7 @@ struct Kernel {
             return &filter->inputHistory[kInputHistory - 1];
         }
 
-        const SampleFields& live;
+        const DelayFields& live;
         const float& feedBack;
         __m256 heldDelay;     // length and position
         __m256 heldPlacement; // filters, their places and the balance
@@ -243,7 +244,7 @@ struct Kernel {
 
 } // namespace
 
-TVDELAY_TARGET void renderSubBlockAvx(SubBlock& subBlock, const SampleFields& live,
-                                      const SampleFields& held, const float& liveFeedBack) {
-    renderWith<Kernel>(subBlock, live, held, liveFeedBack);
+TVDELAY_TARGET void renderSubBlockAvx(SubBlock& subBlock, const DelayFields& live,
+                                      const DelayFields& held) {
+    renderWith<Kernel>(subBlock, live, held);
 }

@@ -4,8 +4,6 @@
 #include "effect/VstXSynth.h"
 
 #include <algorithm>
-#include <cstddef>
-#include <cstring>
 
 namespace {
 
@@ -14,30 +12,13 @@ constexpr VstInt32 kMinSubBlock = 4;
 
 } // namespace
 
-// SampleFields lies over the effect's own fields.
-#pragma clang diagnostic push
-#pragma clang diagnostic ignored "-Winvalid-offsetof"
-#define TVDELAY_SAME_PLACE(field)                                                                  \
-    static_assert(offsetof(VstXSynth, field) - offsetof(VstXSynth, delayLength) ==                 \
-                  offsetof(SampleFields, field))
-TVDELAY_SAME_PLACE(delayPosition);
-TVDELAY_SAME_PLACE(lowPass);
-TVDELAY_SAME_PLACE(highPass);
-TVDELAY_SAME_PLACE(highPassType);
-TVDELAY_SAME_PLACE(lowPassType);
-TVDELAY_SAME_PLACE(leftRight);
-TVDELAY_SAME_PLACE(mix);
-TVDELAY_SAME_PLACE(panDepth);
-#undef TVDELAY_SAME_PLACE
-#pragma clang diagnostic pop
-
 // Processes up to `frames` samples and returns how many: 0 where the next sample has to go by
 // itself.
 VstInt32 VstXSynth::processSubBlock(const StereoBlock& block, VstInt32 frames) {
-    const auto& live = reinterpret_cast<const SampleFields&>(delayLength);
-    const std::uint32_t clearings = readLive(lineClearings);
-    SampleFields fields;
-    std::memcpy(&fields, &live, sizeof(fields));
+    const DelayFields& live = *this;
+    const std::uint32_t clearings = readLive(lineClearings_);
+    forgetMemory();
+    const DelayFields fields = live;
 
     // The first sample of a pass goes by itself, so that a sub-block never starts where the lines
     // are rewound to.
@@ -69,7 +50,7 @@ VstInt32 VstXSynth::processSubBlock(const StereoBlock& block, VstInt32 frames) {
 
     subBlock.frames =
         static_cast<VstInt32>(std::min<std::int64_t>({beforeWrap, frames, kMaxSubBlock}));
-    subBlock.feedBack = readLive(feedBack);
+    subBlock.feedBack = fields.feedBack;
     subBlock.inLeft = block.inLeft;
     subBlock.inRight = block.inRight;
     subBlock.outLeft = block.outLeft;
@@ -88,7 +69,7 @@ VstInt32 VstXSynth::processSubBlock(const StereoBlock& block, VstInt32 frames) {
     subBlock.start = static_cast<VstInt32>(start);
     subBlock.length = static_cast<VstInt32>(fields.delayLength);
 
-    renderSubBlock(subBlock, live, fields, feedBack);
+    kRenderSubBlock(subBlock, live, fields);
     if (subBlock.frames == 0) {
         return 0;
     }
@@ -98,7 +79,7 @@ VstInt32 VstXSynth::processSubBlock(const StereoBlock& block, VstInt32 frames) {
     if (readLive(delayPosition) == start) { // else somebody has rewound the lines meanwhile
         writeLive(delayPosition, start + subBlock.frames);
     }
-    if (readLive(lineClearings) != clearings) { // they are to be silent, and here are old echoes
+    if (readLive(lineClearings_) != clearings) { // they are to be silent, and here are old echoes
         std::fill_n(subBlock.lineLeft, subBlock.frames, 0.0f);
         std::fill_n(subBlock.lineRight, subBlock.frames, 0.0f);
     }

@@ -162,11 +162,11 @@ struct FilteredTaps {
 // meanwhile) through two; every result is rounded to single precision. Both ask meanwhile(i) ahead
 // of each even frame, end before it when it answers false, and return how many frames they took.
 template <typename Kernel, int kPairs, typename Factors>
-TVDELAY_INLINE int filterTaps(const SubBlock& subBlock, const SampleFields& live,
-                              const SampleFields& held, const float& liveFeedBack,
-                              const Factors& factors, FilteredTaps& filtered) {
+TVDELAY_INLINE int filterTaps(const SubBlock& subBlock, const DelayFields& live,
+                              const DelayFields& held, const Factors& factors,
+                              FilteredTaps& filtered) {
     using Watch = typename Kernel::template FieldWatch<kPairs>;
-    Meanwhile<Watch, Factors> meanwhile(Watch(subBlock, live, held, liveFeedBack), factors);
+    Meanwhile<Watch, Factors> meanwhile(Watch(subBlock, live, held), factors);
     filtered.wetLeft = filtered.loopLeft;
     filtered.wetRight = filtered.loopRight;
     if (kPairs == 0) {
@@ -199,29 +199,28 @@ TVDELAY_INLINE int filterTaps(const SubBlock& subBlock, const SampleFields& live
 }
 
 template <typename Kernel, typename Factors>
-TVDELAY_INLINE int filterTaps(const SubBlock& subBlock, const SampleFields& live,
-                              const SampleFields& held, const float& liveFeedBack,
-                              const Factors& factors, FilteredTaps& filtered) {
+TVDELAY_INLINE int filterTaps(const SubBlock& subBlock, const DelayFields& live,
+                              const DelayFields& held, const Factors& factors,
+                              FilteredTaps& filtered) {
     switch (subBlock.pairsRunning) {
     case 2:
-        return filterTaps<Kernel, 2>(subBlock, live, held, liveFeedBack, factors, filtered);
+        return filterTaps<Kernel, 2>(subBlock, live, held, factors, filtered);
     case 1:
-        return filterTaps<Kernel, 1>(subBlock, live, held, liveFeedBack, factors, filtered);
+        return filterTaps<Kernel, 1>(subBlock, live, held, factors, filtered);
     default:
-        return filterTaps<Kernel, 0>(subBlock, live, held, liveFeedBack, factors, filtered);
+        return filterTaps<Kernel, 0>(subBlock, live, held, factors, filtered);
     }
 }
 
 template <typename Kernel>
-TVDELAY_INLINE void renderWith(SubBlock& subBlock, const SampleFields& live,
-                               const SampleFields& held, const float& liveFeedBack) {
+TVDELAY_INLINE void renderWith(SubBlock& subBlock, const DelayFields& live,
+                               const DelayFields& held) {
     const bool swept = subBlock.panDepth != 0.0; // else the factors are exactly 1.0
     FilteredTaps taps;
     double factors[kMaxSubBlock + 1];
     const int frames =
-        swept ? filterTaps<Kernel>(subBlock, live, held, liveFeedBack,
-                                   SweepFactors(subBlock, factors), taps)
-              : filterTaps<Kernel>(subBlock, live, held, liveFeedBack, NoFactors(), taps);
+        swept ? filterTaps<Kernel>(subBlock, live, held, SweepFactors(subBlock, factors), taps)
+              : filterTaps<Kernel>(subBlock, live, held, NoFactors(), taps);
     subBlock.frames = frames;
     if (frames == 0) {
         return;

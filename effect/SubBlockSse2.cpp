@@ -25,9 +25,9 @@ struct Kernel {
     template <int kPairs>
     class FieldWatch {
     public:
-        TVDELAY_INLINE FieldWatch(const SubBlock& subBlock, const SampleFields& live,
-                                  const SampleFields& held, const float& liveFeedBack)
-            : feedBack(liveFeedBack), heldFeedBack(bitsOf(subBlock.feedBack)) {
+        TVDELAY_INLINE FieldWatch(const SubBlock& subBlock, const DelayFields& live,
+                                  const DelayFields& held)
+            : feedBack(live.feedBack), heldFeedBack(bitsOf(subBlock.feedBack)) {
             watch(0, &live.delayLength, &held.delayLength);
             watch(1, &live.delayPosition, &held.delayPosition);
             watch(2, &live.lowPass, &held.lowPass);           // and highPass
@@ -138,7 +138,6 @@ struct Kernel {
 
 } // namespace
 
-void renderSubBlockSse2(SubBlock& subBlock, const SampleFields& live, const SampleFields& held,
-                        const float& liveFeedBack) {
-    renderWith<Kernel>(subBlock, live, held, liveFeedBack);
+void renderSubBlockSse2(SubBlock& subBlock, const DelayFields& live, const DelayFields& held) {
+    renderWith<Kernel>(subBlock, live, held);
 }

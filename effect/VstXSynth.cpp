@@ -26,7 +26,9 @@ FourPoleFilter* makeFilter(VstInt32 lowFrequency, VstInt32 highFrequency, float 
 
 } // namespace
 
-VstXSynth::VstXSynth(audioMasterCallback host) : AudioEffectX(host, kNumPrograms, kNumParams) {
+VstXSynth::VstXSynth(audioMasterCallback host)
+    : AudioEffectX(host, kNumPrograms, kNumParams),
+      DelayFields() { // all bytes zero: those between the fields are watched with them
     lastSampleRate = truncateToInt64(sampleRate);
     delayLength = 0;
     spareLength = 44100;
@@ -34,7 +36,7 @@ VstXSynth::VstXSynth(audioMasterCallback host) : AudioEffectX(host, kNumPrograms
     delayPosition = 0;
     sineIndex = 0;
     sweepPhase = 0.0;
-    lineClearings = 0;
+    lineClearings_ = 0;
 
     delayBufferLeft = new float[kDelayCapacity];
     delayBufferRight = new float[kDelayCapacity];
@@ -102,7 +104,7 @@ void VstXSynth::fillSineTable() {
 }
 
 void VstXSynth::clearDelayLines() {
-    writeLive(lineClearings, lineClearings + 1);
+    writeLive(lineClearings_, lineClearings_ + 1);
     constexpr std::size_t kBytes = sizeof(float) * static_cast<std::size_t>(kDelayCapacity);
     if (delayBufferLeft != nullptr) {
         std::memset(delayBufferLeft, 0, kBytes);

@@ -2,19 +2,16 @@
 // behind it, crossed outputs, balance, mix and a half-sine sweep.
 #pragma once
 
-#include "effect/DelayProgram.h"
-#include "effect/FourPoleFilter.h"
+#include "effect/DelayFields.h"
 #include "effect/ParameterIndex.h"
 #include "plugin/AudioEffectX.h"
 
 #include <cstdint>
 
-class tveditor13;
-
 // Parameters are live working fields: setParameter writes them, and the current program's record,
 // on the caller's thread, and the audio thread reads them at each sample. There is no lock; values
 // are neither clamped nor smoothed.
-class VstXSynth : public AudioEffectX {
+class VstXSynth : public AudioEffectX, public DelayFields {
 public:
     static constexpr std::int64_t kDelayCapacity = 192000; // samples of one line
     static constexpr std::int64_t kSineTableSize = 179692;
@@ -60,36 +57,6 @@ public:
     // and goes to their start.
     void setDelay(float value);
 
-    tveditor13* uiEditor;   // the base's `editor` in its own type
-    bool editorUpdateHold;  // true while the editor sets a parameter: it is not told of it
-    DelayProgram* programs; // kNumPrograms
-    float* delayBufferLeft; // kDelayCapacity
-    float* delayBufferRight;
-    float delayTime;   // normalised
-    float feedBack;    // gain of what returns into the loop
-    double* sineTable; // kSineTableSize, half a period
-    FourPoleFilter* highPassLeft;
-    FourPoleFilter* highPassRight;
-    FourPoleFilter* lowPassLeft;
-    FourPoleFilter* lowPassRight;
-    std::int64_t delayLength; // samples
-    std::int64_t spareLength;
-    std::int64_t delayPosition; // read and write index of both lines
-    std::int64_t sparePosition;
-    double lowPass;              // depth; off at 0.0 and below
-    double highPass;             // depth; off at 0.0 and below
-    bool highPassType;           // true: inside the loop, false: behind it
-    bool lowPassType;            // true: inside the loop, false: behind it
-    double leftRight;            // balance of the wet signal, 0.5 is the centre
-    double mix;                  // wet level
-    double sweepPhase;           // delayPosition over delayLength
-    std::int64_t sineIndex;      // of the sweep, into sineTable
-    std::int64_t lastSampleRate; // Hz, truncated, that the last block ended with
-    double panDepth;             // depth of the sweep
-    bool panSide;                // the output that the sweep dips: true is the left one
-    float spareGain;
-    float spareOffset;
-
 private:
     struct BalanceGains {
         float toLeft;
@@ -125,5 +92,5 @@ private:
     void processSample(const StereoBlock& block);
     VstInt32 processSubBlock(const StereoBlock& block, VstInt32 frames);
 
-    std::uint32_t lineClearings; // how often the lines have been cleared
+    std::uint32_t lineClearings_; // how often the lines have been cleared
 };

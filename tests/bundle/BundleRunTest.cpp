@@ -69,12 +69,12 @@ bool needsMoreThanMemory(VstInt32 opcode) {
 
 class BundleScripts : public testing::TestWithParam<std::uint64_t> {};
 
-const char* const kAvxKernel = "__Z17renderSubBlockAvxR8SubBlockRK12SampleFieldsS3_RKf";
-const char* const kSse2Kernel = "__Z18renderSubBlockSse2R8SubBlockRK12SampleFieldsS3_RKf";
+const char* const kAvxKernel = "__Z17renderSubBlockAvxR8SubBlockRK11DelayFieldsS3_";
+const char* const kSse2Kernel = "__Z18renderSubBlockSse2R8SubBlockRK11DelayFieldsS3_";
 
 // Where the code keeps which kernel it takes.
 void** kernelChoice() {
-    return static_cast<void**>(mac().image().local("_renderSubBlock"));
+    return static_cast<void**>(mac().image().local("_kRenderSubBlock"));
 }
 
 // Lets the code take the kernel for machines without AVX.

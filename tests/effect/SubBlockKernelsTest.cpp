@@ -135,7 +135,8 @@ public:
         fillSignal(Signal::Noise, dice.bits(), own_.data(), own_.size());
         expected_ = own_;
 
-        std::memset(&held, 0, sizeof(held));
+        held = DelayFields();
+        held.feedBack = model.feedBack;
         held.delayLength = model.delayLength;
         held.delayPosition = model.delayPosition;
         held.lowPass = model.lowPass;
@@ -146,12 +147,11 @@ public:
         held.mix = model.mix = mix.value_or(model.mix);
         held.panDepth = model.panDepth;
         live = held;
-        liveFeedBack = model.feedBack;
     }
 
     // How many frames went through.
     int render(RenderSubBlock kernel) { return render(kernel, live); }
-    int render(RenderSubBlock kernel, const SampleFields& fields) {
+    int render(RenderSubBlock kernel, const DelayFields& fields) {
         const auto count = static_cast<std::size_t>(frames_);
         subBlock_.frames = frames_;
         subBlock_.inLeft = own_.data();
@@ -173,7 +173,7 @@ public:
         subBlock_.panSide = model_.panSide;
         subBlock_.start = static_cast<VstInt32>(model_.delayPosition);
         subBlock_.length = static_cast<VstInt32>(model_.delayLength);
-        kernel(subBlock_, fields, held, liveFeedBack);
+        kernel(subBlock_, fields, held);
         return subBlock_.frames;
     }
 
@@ -207,9 +207,8 @@ public:
 
     int frames() const { return frames_; }
 
-    SampleFields live;
-    SampleFields held;
-    float liveFeedBack;
+    DelayFields live;
+    DelayFields held;
 
 private:
     ReferenceDelay& shaken(ReferenceDelay& model, Dice& dice) const {
@@ -297,7 +296,7 @@ TEST_P(SubBlockKernelsTest, FirstSampleThatFindsAnotherValueIsLeftAlone) {
     expectNone("leftRight", [](SubBlockRun& run) { run.live.leftRight += 0.25; });
     expectNone("mix", [](SubBlockRun& run) { run.live.mix += 0.25; });
     expectNone("panDepth", [](SubBlockRun& run) { run.live.panDepth += 0.25; });
-    expectNone("feedBack", [](SubBlockRun& run) { run.liveFeedBack += 0.25f; });
+    expectNone("feedBack", [](SubBlockRun& run) { run.live.feedBack += 0.25f; });
 }
 
 // Another thread flips a field to and fro: wherever a sub-block then ends, all before is as if
@@ -307,8 +306,7 @@ TEST_P(SubBlockKernelsTest, ChangeMeanwhileEndsTheSubBlockCleanly) {
     const std::uint64_t seed = randomSeed(0x59);
     Dice dice(seed);
     ReferenceDelay model;
-    SampleFields live;
-    std::memset(&live, 0, sizeof(live));
+    DelayFields live{};
     std::atomic<int> flips{0};
     std::atomic<bool> done{false};
     std::thread flipping([&] {
@@ -332,6 +330,7 @@ TEST_P(SubBlockKernelsTest, ChangeMeanwhileEndsTheSubBlockCleanly) {
         live.highPassType = run.held.highPassType;
         live.leftRight = run.held.leftRight;
         live.panDepth = run.held.panDepth;
+        live.feedBack = run.held.feedBack;
         const int frames = run.render(GetParam().render, live);
         difference = frames <= run.frames() ? run.differenceAfter(frames) : "too many frames";
     }
@@ -346,6 +345,6 @@ INSTANTIATE_TEST_SUITE_P(Sets, SubBlockKernelsTest,
                          [](const auto& info) { return std::string(info.param.name); });
 
 TEST(SubBlockKernels, FastestSetOfTheMachineIsChosen) {
-    EXPECT_EQ(renderSubBlock, machineHasAvx() ? renderSubBlockAvx : renderSubBlockSse2);
+    EXPECT_EQ(kRenderSubBlock, machineHasAvx() ? renderSubBlockAvx : renderSubBlockSse2);
     EXPECT_EQ(machineHasAvx(), static_cast<bool>(__builtin_cpu_supports("avx")));
 }

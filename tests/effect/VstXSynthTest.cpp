@@ -14,7 +14,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstring>
 #include <memory>
+#include <new>
 #include <vector>
 
 namespace {
@@ -139,6 +141,22 @@ TEST(VstXSynth, FieldsStandInOrder) {
     EXPECT_EQ(at(effect.panSide), kBase + 192);
     EXPECT_EQ(at(effect.spareGain), kBase + 196);
     EXPECT_EQ(at(effect.spareOffset), kBase + 200);
+}
+
+// The fast signal path compares fields together with what lies between them.
+TEST(VstXSynth, BytesBetweenTheFieldsBeginAsZero) {
+    alignas(VstXSynth) static unsigned char memory[sizeof(VstXSynth)];
+    std::memset(memory, 0xA5, sizeof(memory));
+    auto* const effect = new (memory) VstXSynth(plainHost);
+    const auto between = [&](const auto& field, const auto& next) {
+        const auto* at = reinterpret_cast<const unsigned char*>(&field) + sizeof(field);
+        const auto* const end = reinterpret_cast<const unsigned char*>(&next);
+        return std::vector<int>(at, end);
+    };
+    EXPECT_EQ(between(effect->editorUpdateHold, effect->programs), std::vector<int>(7, 0));
+    EXPECT_EQ(between(effect->lowPassType, effect->leftRight), std::vector<int>(6, 0));
+    EXPECT_EQ(between(effect->panSide, effect->spareGain), std::vector<int>(3, 0));
+    effect->~VstXSynth();
 }
 
 TEST(VstXSynth, FiltersBeginWithTheGainsOfProgramZero) {
