@@ -7,6 +7,7 @@
 // The part of a knob that takes the mouse and holds the value: transparent and as large as the
 // knob. A vertical drag turns it, one degree a point. The event loop's thread, but for
 // setIntValue:, which any thread that sets a parameter may send.
+// On Linux editor/hosting/linux/EditorViewPatches.mm changes some of it.
 @interface ControlPoint13 : NSView {
     float _currentDraggedAngle; // degrees, the one shown
     int32_t _currentAngle;      // degrees, where the next drag starts; follows at mouse up alone

@@ -13,6 +13,7 @@ struct ComponentInstanceRecord;
 
 // The editor's face, and the road between its router and the effect. updateView:andValue: comes on
 // whatever thread set the parameter, all else on the event loop's.
+// On Linux editor/hosting/linux/EditorViewPatches.mm changes some of it.
 @interface TarnsUiView13 : NSView {
     NSImage* BackgroundImage;
     KnobDelegate13* KnobView; // the router

@@ -1,13 +1,12 @@
 #include "editor/hosting/EditorHosting.h"
 
-#include "editor/hosting/linux/DrawingErrors.h"
+#include "editor/hosting/linux/AppKitPatches.h"
+#include "editor/hosting/linux/EditorViewPatches.h"
 #include "editor/hosting/linux/HostSignals.h"
 #include "editor/hosting/linux/OwnBundle.h"
-#include "editor/hosting/linux/OwnPictures.h"
 #import "editor/hosting/linux/TarnsAppKit.h"
 #import "editor/hosting/linux/TarnsEditorThread.h"
 #import "editor/hosting/linux/TarnsX11HostWindow.h"
-#include "editor/hosting/linux/WindowReference.h"
 #include "editor/hosting/linux/X11Errors.h"
 #include "editor/hosting/linux/X11Handle.h"
 

@@ -1,3 +1,4 @@
+// All that is replaced in AppKit itself, for every view and window of the process.
 #pragma once
 
 // Makes `initByReferencingFile:` of NSImage answer one object a file for the pictures of this
@@ -8,3 +9,7 @@ void shareOwnPictures();
 // Gives back the windows of the X server in which AppKit keeps drawn pictures. They come back with
 // the next painting.
 void dropPictureCaches();
+
+// Makes `initWithWindowRef:` of NSWindow answer nil for `view`, where it would look for a handle of
+// the X server behind the pointer. Holds until it is called again, for that pointer alone.
+void refuseAsWindowReference(void* view);
