@@ -19,10 +19,10 @@ public:
     bool getRect(ERect** out) override;
     bool open(void* ptr) override;
     void close() override;
-    // Of a frame there is nothing to idle; systems whose hosts don't run the views' events do it
-    // here. Not while a pass of idle work runs, whose host may call it.
+    // Where the host's own loop doesn't run the views (Linux), this delivers their events and
+    // paints them. Does nothing when called from within doIdleStuff's masterIdle.
     void idle() override;
-    // Keys are a frame's, and there is none: every key stays the host's.
+    // Always false: the host keeps every key.
     bool onKeyDown(VstKeyCode& keyCode) override { return false; }
     bool onKeyUp(VstKeyCode& keyCode) override { return false; }
     bool setKnobMode(VstInt32 mode) override; // for all editors of the process; always true

@@ -14,6 +14,9 @@
 
 #import <QuartzCore/QuartzCore.h>
 
+#include <algorithm>
+#include <array>
+
 namespace {
 
 NSRect frameOf(const ControlPlace& place) {
@@ -82,97 +85,87 @@ TarnsCustomImageView13* newSwitch(const ControlPlace& place, NSImage* off, NSIma
     return knob;
 }
 
+// Where the knob of a parameter is kept; null for those without a knob.
+- (FlatKnob13**)knobOf:(int32_t)parameter {
+    switch (parameter) {
+    case kDelay:
+        return &timeKnob;
+    case kFeedBack:
+        return &feedBackKnob;
+    case kLowPass:
+        return &lowPassKnob;
+    case kHighPass:
+        return &highPassKnob;
+    case kLeftRight:
+        return &panKnob;
+    case kPanDepth:
+        return &panWidthKnob;
+    case kMix:
+        return &mixKnob;
+    default:
+        return nullptr;
+    }
+}
+
+// The same for switches.
+- (TarnsCustomImageView13**)switchOf:(int32_t)parameter {
+    switch (parameter) {
+    case kLowPassType:
+        return &lowPassSwitch;
+    case kHighPassType:
+        return &highPassSwitch;
+    default:
+        return nullptr;
+    }
+}
+
 - (void)createKnobs {
     NSMutableArray* const images = [[NSMutableArray alloc] init];
     [self fillArray:images];
-    FlatKnob13* const time = [self knobAt:kTimeKnobPlace withImages:images];
-    FlatKnob13* const mix = [self knobAt:kMixKnobPlace withImages:images];
-    FlatKnob13* const feedBack = [self knobAt:kFeedBackKnobPlace withImages:images];
-    FlatKnob13* const lowPass = [self knobAt:kLowPassKnobPlace withImages:images];
-    FlatKnob13* const highPass = [self knobAt:kHighPassKnobPlace withImages:images];
-    FlatKnob13* const panWidth = [self knobAt:kPanWidthKnobPlace withImages:images];
-    FlatKnob13* const pan = [self knobAt:kPanKnobPlace withImages:images];
-    for (FlatKnob13* const knob : {time, mix, feedBack, lowPass, highPass, panWidth, pan}) {
+    std::array<FlatKnob13*, kKnobPlaces.size()> knobs;
+    std::transform(
+        kKnobPlaces.begin(), kKnobPlaces.end(), knobs.begin(),
+        [&](const ControlPlace& place) { return [self knobAt:place withImages:images]; });
+    for (FlatKnob13* const knob : knobs) {
         [MainView addSubview:knob];
     }
-    timeKnob = [time retain];
-    mixKnob = [mix retain];
-    feedBackKnob = [feedBack retain];
-    lowPassKnob = [lowPass retain];
-    highPassKnob = [highPass retain];
-    panWidthKnob = [panWidth retain];
-    panKnob = [pan retain];
+    for (std::size_t i = 0; i < knobs.size(); ++i) {
+        *[self knobOf:kKnobPlaces[i].parameter] = [knobs[i] retain];
+    }
 }
 
 - (void)createSwitches {
     NSImage* const off = imageNamed(@"switchoff");
     NSImage* const on = imageNamed(@"switchon");
-    lowPassSwitch = newSwitch(kLowPassSwitchPlace, off, on);
-    [lowPassSwitch setDelegate:self];
-    [MainView addSubview:lowPassSwitch];
-    highPassSwitch = newSwitch(kHighPassSwitchPlace, off, on);
-    [highPassSwitch setDelegate:self];
-    [MainView addSubview:highPassSwitch];
+    for (const ControlPlace& place : kSwitchPlaces) {
+        TarnsCustomImageView13* const toggle = newSwitch(place, off, on);
+        *[self switchOf:place.parameter] = toggle;
+        [toggle setDelegate:self];
+        [MainView addSubview:toggle];
+    }
 }
 
-- (void)sendKnob:(FlatKnob13*)knob at:(const ControlPlace&)place {
-    [MainView updateParameters:place.parameter
-                     withValue:parameterOfStep([[knob controlPoint] ReturnValue])];
-}
-
-- (void)sendSwitch:(TarnsCustomImageView13*)toggle at:(const ControlPlace&)place {
-    [MainView updateParameters:place.parameter withValue:parameterOfSwitch([toggle imageState])];
-}
-
-// Whichever control moved, all nine are sent. The low-pass switch comes after the high-pass knob,
-// whose parameter moves the low-pass type too.
+// Whichever control moved, all nine are sent.
 - (void)knobUpdatedWithIndex:(int32_t)index withValue:(id)value withObject:(id)object {
     [MainView retain];
-    [self sendKnob:timeKnob at:kTimeKnobPlace];
-    [self sendKnob:mixKnob at:kMixKnobPlace];
-    [self sendKnob:feedBackKnob at:kFeedBackKnobPlace];
-    [self sendKnob:lowPassKnob at:kLowPassKnobPlace];
-    [self sendKnob:highPassKnob at:kHighPassKnobPlace];
-    [self sendKnob:panWidthKnob at:kPanWidthKnobPlace];
-    [self sendKnob:panKnob at:kPanKnobPlace];
-    [self sendSwitch:lowPassSwitch at:kLowPassSwitchPlace];
-    [self sendSwitch:highPassSwitch at:kHighPassSwitchPlace];
+    for (const ControlPlace& place : kKnobPlaces) {
+        FlatKnob13* const knob = *[self knobOf:place.parameter];
+        [MainView updateParameters:place.parameter
+                         withValue:parameterOfStep([[knob controlPoint] ReturnValue])];
+    }
+    for (const ControlPlace& place : kSwitchPlaces) {
+        TarnsCustomImageView13* const toggle = *[self switchOf:place.parameter];
+        [MainView updateParameters:place.parameter
+                         withValue:parameterOfSwitch([toggle imageState])];
+    }
 }
 
 - (void)updateControllers:(int32_t)index andValue:(float)value {
-    FlatKnob13* knob = nil;
-    switch (index) {
-    case kTimeKnobPlace.parameter:
-        knob = timeKnob;
-        break;
-    case kFeedBackKnobPlace.parameter:
-        knob = feedBackKnob;
-        break;
-    case kLowPassKnobPlace.parameter:
-        knob = lowPassKnob;
-        break;
-    case kHighPassKnobPlace.parameter:
-        knob = highPassKnob;
-        break;
-    case kLowPassSwitchPlace.parameter:
-        [lowPassSwitch setImageState:switchOfParameter(value)];
-        return;
-    case kHighPassSwitchPlace.parameter:
-        [highPassSwitch setImageState:switchOfParameter(value)];
-        return;
-    case kPanKnobPlace.parameter:
-        knob = panKnob;
-        break;
-    case kPanWidthKnobPlace.parameter:
-        knob = panWidthKnob;
-        break;
-    case kMixKnobPlace.parameter:
-        knob = mixKnob;
-        break;
-    default:
-        return;
+    if (FlatKnob13** const knob = [self knobOf:index]) {
+        [[*knob controlPoint] setIntValue:stepOfParameter(value)];
+    } else if (TarnsCustomImageView13** const toggle = [self switchOf:index]) {
+        [*toggle setImageState:switchOfParameter(value)];
     }
-    [[knob controlPoint] setIntValue:stepOfParameter(value)];
 }
 
 - (NSMutableArray*)generateArrayFrom:(int32_t)from to:(int32_t)to {
