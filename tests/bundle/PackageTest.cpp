@@ -1,9 +1,9 @@
 // The archives of a release, and the script that installs a bundle.
 #include "tests/bundle/Archive.h"
 #include "tests/bundle/MacBundle.h"
-#include "tests/bundle/ScriptRun.h"
-#include "tests/host/TemporaryFolder.h"
 #include "tests/support/LoadedPlugin.h"
+#include "tests/support/Process.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include "plugin/vst2/EffectOpcodes.h"
 
@@ -40,9 +40,17 @@ std::string macName() {
     return "TvDelay-" + version() + "-macos-x86_64";
 }
 
+// A script of packaging/; `home` becomes HOME.
+ProcessResult runScript(const std::string& script, const std::vector<std::string>& arguments,
+                        const std::string& home) {
+    Process::Options options;
+    options.environment = {"HOME=" + home};
+    return runProcess(script, arguments, options);
+}
+
 void package(const std::string& linuxBundle, const std::string& macosBundle,
              const std::string& folder) {
-    const ScriptResult result = runScript(kPackage, {linuxBundle, macosBundle, folder}, kNoHome);
+    const ProcessResult result = runScript(kPackage, {linuxBundle, macosBundle, folder}, kNoHome);
     ASSERT_EQ(result.status, 0) << result.err;
 }
 
@@ -190,7 +198,7 @@ TEST_F(Package, RefusesWhatIsNoBundle) {
         {kLinuxBundle, macBundle(), linuxArchive() + "/below-a-file"},
     };
     for (const auto& arguments : wrong) {
-        const ScriptResult result = runScript(kPackage, arguments, kNoHome);
+        const ProcessResult result = runScript(kPackage, arguments, kNoHome);
         EXPECT_EQ(result.status, 2);
         EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
         EXPECT_THAT(result.err, testing::StartsWith("package: "));
@@ -201,7 +209,7 @@ TEST_F(Package, RefusesWhatIsNoBundle) {
 
 TEST(Install, PutsTheBundleIntoTheHomeFolder) {
     TemporaryFolder home;
-    const ScriptResult result = runScript(kInstall, {kLinuxBundle}, home.path());
+    const ProcessResult result = runScript(kInstall, {kLinuxBundle}, home.path());
     EXPECT_EQ(result.status, 0) << result.err;
     EXPECT_EQ(result.out, home.file(".vst/TvDelay.vst") + "\n");
     const std::string inBundle = "TvDelay.vst/Contents/x86_64-linux/TvDelay.so";
@@ -228,7 +236,7 @@ TEST(Install, RefusesWhatIsNoBundle) {
     TemporaryFolder home;
     for (const auto& arguments : std::vector<std::vector<std::string>>{
              {}, {home.path()}, {kLinuxBundle, home.path(), "more"}}) {
-        const ScriptResult result = runScript(kInstall, arguments, home.path());
+        const ProcessResult result = runScript(kInstall, arguments, home.path());
         EXPECT_EQ(result.status, 2);
         EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
         EXPECT_THAT(result.err, testing::StartsWith("install: "));

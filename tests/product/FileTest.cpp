@@ -1,8 +1,9 @@
 // The built file itself, as the tools for object files show it.
+#include "tests/support/Process.h"
+
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <memory>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -10,21 +11,14 @@
 namespace {
 
 std::vector<std::string> linesOf(const std::string& command) {
-    FILE* const pipe = popen(command.c_str(), "r");
-    if (pipe == nullptr) {
-        throw std::runtime_error("can't run " + command);
+    const ProcessResult result = runShell(command);
+    if (result.status != 0) {
+        throw std::runtime_error(command + " failed: " + result.err);
     }
-    std::vector<std::string> lines(1);
-    for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe)) {
-        if (c == '\n') {
-            lines.emplace_back();
-        } else {
-            lines.back().push_back(static_cast<char>(c));
-        }
-    }
-    lines.pop_back();
-    if (pclose(pipe) != 0) {
-        throw std::runtime_error(command + " failed");
+    std::vector<std::string> lines;
+    std::istringstream text(result.out);
+    for (std::string line; std::getline(text, line);) {
+        lines.push_back(line);
     }
     return lines;
 }

@@ -1,5 +1,5 @@
 // Ardour in its own window, with a window manager, shows the editor in a plug-in window.
-#include "tests/realhosts/HostProcess.h"
+#include "tests/realhosts/HostHome.h"
 #include "tests/support/screen/ExpectedFace.h"
 #include "tests/support/screen/Mouse.h"
 #include "tests/support/screen/ScreenWindows.h"
@@ -57,6 +57,8 @@ constexpr const char* kLooks = R"xml(<?xml version="1.0" encoding="UTF-8"?>
   </UI>
 </Ardour>
 )xml";
+constexpr const char* kWindowManagerLog = "openbox.log";
+constexpr const char* kArdourLog = "ardour.log";
 constexpr unsigned long kProcessorColour = 0x7C3A3A;
 
 } // namespace
@@ -70,11 +72,11 @@ protected:
     }
 
     void SetUp() override {
-        const ShellResult scan =
+        const ProcessResult scan =
             home.run("LD_LIBRARY_PATH=/usr/lib/ardour7 timeout 60 "
                      "/usr/lib/ardour7/ardour-vst-scanner -f '" TVDELAY_SO "'");
         ASSERT_EQ(scan.status, 0) << scan.out;
-        const ShellResult made =
+        const ProcessResult made =
             home.run("LXVST_PATH='" TVDELAY_BUNDLE_FOLDER "' TVDELAY_SESSION='" + session.string() +
                      "' timeout 120 ardour7-lua '" TVDELAY_EDITOR_SCRIPT "'");
         ASSERT_EQ(made.status, 0) << made.out;
@@ -83,19 +85,18 @@ protected:
         std::ofstream(settings / "config") << kEngine;
         std::ofstream(settings / "ui_config") << kLooks;
 
-        windowManager = std::make_unique<HostProcess>(home, "openbox", "openbox.log");
-        ASSERT_TRUE(becomes(windowManagerRuns)) << windowManager->output();
+        windowManager = home.start("openbox", kWindowManagerLog);
+        ASSERT_TRUE(becomes(windowManagerRuns)) << readFile(home.path() / kWindowManagerLog);
         startArdour();
     }
 
     // Opens the session, and with it the plug-in window.
     void startArdour() {
         ardour.reset();
-        ardour = std::make_unique<HostProcess>(home,
-                                               "LXVST_PATH='" TVDELAY_BUNDLE_FOLDER
-                                               "' ardour --no-announcements --no-splash '" +
-                                                   sessionFile.string() + "'",
-                                               "ardour.log");
+        ardour = home.start("LXVST_PATH='" TVDELAY_BUNDLE_FOLDER
+                            "' ardour --no-announcements --no-splash '" +
+                                sessionFile.string() + "'",
+                            kArdourLog);
         ASSERT_TRUE(becomes([] { return editor() && mainWindow(); }));
     }
 
@@ -259,16 +260,16 @@ protected:
             }
         }
         if (ardour) {
-            std::cout << "Ardour's output:\n" << ardour->output();
+            std::cout << "Ardour's output:\n" << readFile(home.path() / kArdourLog);
         }
     }
 
     const XServer screen;
-    const HostHome home;
+    HostHome home;
     const std::filesystem::path session = home.path() / "session";
     const std::filesystem::path sessionFile = session / "session.ardour";
-    std::unique_ptr<HostProcess> windowManager;
-    std::unique_ptr<HostProcess> ardour;
+    std::unique_ptr<Process> windowManager;
+    std::unique_ptr<Process> ardour;
 };
 
 TEST_F(ArdourEditor, ShowsItsFaceInAPluginWindow) {

@@ -1,5 +1,5 @@
 // An Ardour session without a display makes an instance, reads its parameters and changes programs.
-#include "tests/realhosts/Shell.h"
+#include "tests/realhosts/HostHome.h"
 #include "tests/support/ReferenceDelay.h"
 
 #include <gmock/gmock.h>
@@ -30,10 +30,10 @@ std::string linesFor(const std::string& title, const ReferenceDelay& effect) {
 TEST(ArdourSession, ReadsParametersAndChangesPrograms) {
     const HostHome home;
     // A session takes from the scanner's cache what it may load.
-    const ShellResult scan = home.run("LD_LIBRARY_PATH=/usr/lib/ardour7 timeout 60 "
-                                      "/usr/lib/ardour7/ardour-vst-scanner -f '" TVDELAY_SO "'");
+    const ProcessResult scan = home.run("LD_LIBRARY_PATH=/usr/lib/ardour7 timeout 60 "
+                                        "/usr/lib/ardour7/ardour-vst-scanner -f '" TVDELAY_SO "'");
     ASSERT_EQ(scan.status, 0) << scan.out;
-    const ShellResult session = home.run(
+    const ProcessResult session = home.run(
         "LXVST_PATH='" TVDELAY_BUNDLE_FOLDER "' TVDELAY_SESSION='" +
         (home.path() / "session").string() + "' timeout 120 ardour7-lua '" TVDELAY_SCRIPT "'");
     ASSERT_EQ(session.status, 0) << session.out;

@@ -1,5 +1,5 @@
 // What the scanners of real hosts find in the bundle, without a display.
-#include "tests/realhosts/Shell.h"
+#include "tests/realhosts/HostHome.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -10,8 +10,9 @@ using ::testing::HasSubstr;
 
 TEST(ArdourScanner, ListsTheEffectWithItsMakerAndChannels) {
     const HostHome home;
-    const ShellResult scan = home.run("LD_LIBRARY_PATH=/usr/lib/ardour7 timeout 60 "
-                                      "/usr/lib/ardour7/ardour-vst-scanner -f -v '" TVDELAY_SO "'");
+    const ProcessResult scan =
+        home.run("LD_LIBRARY_PATH=/usr/lib/ardour7 timeout 60 "
+                 "/usr/lib/ardour7/ardour-vst-scanner -f -v '" TVDELAY_SO "'");
     ASSERT_EQ(scan.status, 0) << scan.out;
     EXPECT_THAT(scan.out, HasSubstr("name=\"TvDelay\""));
     EXPECT_THAT(scan.out, HasSubstr("creator=\"Tarnvale Music\""));
@@ -26,7 +27,7 @@ TEST(ArdourScanner, ListsTheEffectWithItsMakerAndChannels) {
 
 TEST(QtractorScanner, ListsTheEffectWithItsChannelsAndParameters) {
     const HostHome home;
-    const ShellResult scan =
+    const ProcessResult scan =
         home.run("sh -c 'echo \"VST2:" TVDELAY_SO "\" | QT_QPA_PLATFORM=offscreen timeout 60 "
                  "/usr/lib/x86_64-linux-gnu/qtractor/qtractor_plugin_scan'");
     ASSERT_EQ(scan.status, 0) << scan.out;

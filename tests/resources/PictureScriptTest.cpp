@@ -1,14 +1,12 @@
 #include "tests/resources/ControlPlaces.h"
 #include "tests/resources/Picture.h"
+#include "tests/support/Process.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
-
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <iterator>
 
 namespace {
@@ -17,25 +15,13 @@ namespace fs = std::filesystem;
 
 class PictureScripts : public testing::Test {
 protected:
-    void SetUp() override {
-        std::string pattern = (fs::temp_directory_path() / "tvdelay-pictures-XXXXXX").string();
-        ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-        folder_ = pattern;
-    }
-
-    void TearDown() override { fs::remove_all(folder_); }
-
     // Runs a script of resources/art and returns its exit status; what it says on standard error
     // goes to errors_.
     int run(const std::string& script, const std::string& arguments) {
-        const fs::path log = folder_ / "errors.txt";
-        const std::string command = "'" TVDELAY_PYTHON "' '" TVDELAY_RESOURCES_DIR "/art/" +
-                                    script + "' " + arguments + " 2>'" + log.string() + "'";
-        const int status = std::system(command.c_str());
-        std::ifstream stream(log);
-        errors_.assign(std::istreambuf_iterator<char>(stream), {});
-        fs::remove(log);
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        const ProcessResult result = runShell(
+            "'" TVDELAY_PYTHON "' '" TVDELAY_RESOURCES_DIR "/art/" + script + "' " + arguments);
+        errors_ = result.err;
+        return result.status;
     }
 
     void expectOneLineOfComplaint() const {
@@ -43,11 +29,9 @@ protected:
         EXPECT_EQ(errors_.find("Traceback"), std::string::npos) << errors_;
     }
 
-    std::string quoted(const std::string& name) const {
-        return "'" + (folder_ / name).string() + "'";
-    }
+    std::string quoted(const std::string& name) const { return "'" + folder_.file(name) + "'"; }
 
-    fs::path folder_;
+    TemporaryFolder folder_;
     std::string errors_;
 };
 
@@ -63,7 +47,7 @@ TEST_F(PictureScripts, DrawThePicturesThatStandInTheFolder) {
         ++pictures;
         const std::string name = entry.path().filename().string();
         const Picture kept = Picture::load(entry.path().string());
-        const Picture drawn = Picture::load((folder_ / name).string());
+        const Picture drawn = Picture::load(folder_.file(name));
         ASSERT_EQ(kept.width(), drawn.width()) << name;
         ASSERT_EQ(kept.height(), drawn.height()) << name;
         // Releases of the font renderer may differ in how they round an edge.
@@ -75,20 +59,21 @@ TEST_F(PictureScripts, DrawThePicturesThatStandInTheFolder) {
         }
         EXPECT_LE(different, kept.width() * kept.height() / 1000) << name;
     }
-    const auto made = std::distance(fs::directory_iterator(folder_), fs::directory_iterator());
+    const auto made =
+        std::distance(fs::directory_iterator(folder_.path()), fs::directory_iterator());
     EXPECT_EQ(made, pictures);
 }
 
 TEST_F(PictureScripts, RefuseAFolderThatIsNotThere) {
     EXPECT_EQ(run("make_pictures.py", quoted("missing")), 2);
     expectOneLineOfComplaint();
-    EXPECT_TRUE(fs::is_empty(folder_));
+    EXPECT_TRUE(fs::is_empty(folder_.path()));
 }
 
 TEST_F(PictureScripts, RefuseASecondFolder) {
     EXPECT_EQ(run("make_pictures.py", quoted("") + " " + quoted("")), 2);
     expectOneLineOfComplaint();
-    EXPECT_TRUE(fs::is_empty(folder_));
+    EXPECT_TRUE(fs::is_empty(folder_.path()));
 }
 
 TEST_F(PictureScripts, ComposeTheEditorFromTheFramesOfItsValues) {
@@ -96,7 +81,7 @@ TEST_F(PictureScripts, ComposeTheEditorFromTheFramesOfItsValues) {
         run("compose_editor.py", quoted("editor.png") + " --values 0,0.03,0.04,0.5,1,0,0.99,1,0.5"),
         0)
         << errors_;
-    const Picture editor = Picture::load((folder_ / "editor.png").string());
+    const Picture editor = Picture::load(folder_.file("editor.png"));
     ASSERT_EQ(editor.width(), 2 * kFaceWidth);
     ASSERT_EQ(editor.height(), 2 * kFaceHeight);
     const struct {
@@ -127,7 +112,7 @@ TEST_F(PictureScripts, ComposeTheEditorFromTheFramesOfItsValues) {
 
 TEST_F(PictureScripts, ComposeAtOnePixelAPoint) {
     ASSERT_EQ(run("compose_editor.py", quoted("editor.png") + " --scale 1"), 0) << errors_;
-    const Picture editor = Picture::load((folder_ / "editor.png").string());
+    const Picture editor = Picture::load(folder_.file("editor.png"));
     EXPECT_EQ(editor.width(), kFaceWidth);
     EXPECT_EQ(editor.height(), kFaceHeight);
     EXPECT_EQ(editor.pixelsPerMetre(), 2835U);
@@ -142,6 +127,6 @@ TEST_F(PictureScripts, ComposingRefusesBadArgumentsAndWritesNothing) {
           quoted("editor.png") + " --pictures " + quoted("missing")}) {
         EXPECT_EQ(run("compose_editor.py", arguments), 2) << arguments;
         expectOneLineOfComplaint();
-        EXPECT_TRUE(fs::is_empty(folder_)) << arguments;
+        EXPECT_TRUE(fs::is_empty(folder_.path())) << arguments;
     }
 }

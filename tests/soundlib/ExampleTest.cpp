@@ -13,10 +13,16 @@
 
 #include "soundlib/BiquadRunner.h"
 #include "soundlib/ChorusUnitMaker.h"
-#include "tests/soundlib/ProgramRun.h"
 #include "tests/soundlib/WavBytes.h"
+#include "tests/support/Process.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace {
+
+// `arguments` go through the shell.
+ProcessResult runProgram(const std::string& program, const std::string& arguments) {
+    return runShell("'" + program + "' " + arguments);
+}
 
 struct Samples {
     int sampleRate;
@@ -61,13 +67,13 @@ protected:
                        const std::string& complaint) {
         SCOPED_TRACE(program + arguments);
         const auto before = folderContent();
-        const ProgramRun run = runProgram(program, arguments);
+        const ProcessResult run = runProgram(program, arguments);
         EXPECT_EQ(run.status, 2);
-        EXPECT_EQ(run.output, "");
-        EXPECT_EQ(1, std::count(run.errors.begin(), run.errors.end(), '\n')) << run.errors;
+        EXPECT_EQ(run.out, "");
+        EXPECT_EQ(1, std::count(run.err.begin(), run.err.end(), '\n')) << run.err;
         const std::string name = std::filesystem::path(program).filename().string() + ": ";
-        EXPECT_EQ(run.errors.rfind(name, 0), 0u) << run.errors;
-        EXPECT_NE(run.errors.find(complaint), std::string::npos) << run.errors;
+        EXPECT_EQ(run.err.rfind(name, 0), 0u) << run.err;
+        EXPECT_NE(run.err.find(complaint), std::string::npos) << run.err;
         EXPECT_EQ(folderContent(), before);
     }
 
@@ -99,12 +105,12 @@ TEST_F(Examples, PhraseIsFourSecondsOfStereo) {
 
 TEST_F(Examples, ChorusFileIsTheUnitOnThatFile) {
     makePhrase();
-    const ProgramRun run =
+    const ProcessResult run =
         runProgram(CHORUS_FILE, quoted("phrase.wav") + quoted("out.wav") +
                                     " --rate 0.25 --depth 0.5 --delay 0.75 --feedback 0.125"
                                     " --wet 0.375 --picture" +
                                     quoted("sweep.png"));
-    ASSERT_EQ(run.status, 0) << run.errors;
+    ASSERT_EQ(run.status, 0) << run.err;
     const Samples input = read(folder.file("phrase.wav"));
     const Samples output = read(folder.file("out.wav"));
     ASSERT_EQ(output.interleaved.size(), input.interleaved.size());
@@ -135,11 +141,11 @@ TEST_F(Examples, FilterFileIsTheFilterOnThatFile) {
     const Samples input = read(folder.file("phrase.wav"));
     for (const auto& [name, type] : types) {
         SCOPED_TRACE(name);
-        const ProgramRun run =
+        const ProcessResult run =
             runProgram(FILTER_FILE, quoted("phrase.wav") + quoted("out.wav") + " --type " + name +
                                         " --frequency 882 --q 1.5 --gain -6 --picture" +
                                         quoted("response.png"));
-        ASSERT_EQ(run.status, 0) << run.errors;
+        ASSERT_EQ(run.status, 0) << run.err;
         const Samples output = read(folder.file("out.wav"));
         ASSERT_EQ(output.interleaved.size(), input.interleaved.size());
         BiquadDesigner filters[] = {{type, 0.02, 1.5, -6.0}, {type, 0.02, 1.5, -6.0}};
@@ -157,26 +163,26 @@ TEST_F(Examples, FilterFileTakesALowSampleRate) {
         SndfileHandle file(folder.file("low.wav"), SFM_WRITE, SF_FORMAT_WAV | SF_FORMAT_PCM_16, 1,
                            8000);
     }
-    const ProgramRun run =
+    const ProcessResult run =
         runProgram(FILTER_FILE, quoted("low.wav") + quoted("out.wav") + " --frequency 3999" +
                                     " --picture" + quoted("response.png"));
-    EXPECT_EQ(run.status, 0) << run.errors;
+    EXPECT_EQ(run.status, 0) << run.err;
     EXPECT_EQ(read(folder.file("out.wav")).sampleRate, 8000);
 }
 
 TEST_F(Examples, DrawFiltersDraws) {
-    const ProgramRun run = runProgram(DRAW_FILTERS, quoted("filters.png"));
-    ASSERT_EQ(run.status, 0) << run.errors;
+    const ProcessResult run = runProgram(DRAW_FILTERS, quoted("filters.png"));
+    ASSERT_EQ(run.status, 0) << run.err;
     EXPECT_EQ(pictureSize(folder.file("filters.png")), std::make_pair(2440, 1000));
 }
 
 TEST_F(Examples, StreamFileIsIdenticalToLibsndfile) {
     makePhrase();
     for (const char* option : {"", " --background"}) {
-        const ProgramRun run = runProgram(STREAM_FILE, quoted("phrase.wav") + option +
-                                                           " --picture" + quoted("buffers.png"));
-        EXPECT_EQ(run.status, 0) << run.errors;
-        EXPECT_EQ(run.output, "176400 frames through 11 stretches, identical to libsndfile\n");
+        const ProcessResult run = runProgram(STREAM_FILE, quoted("phrase.wav") + option +
+                                                              " --picture" + quoted("buffers.png"));
+        EXPECT_EQ(run.status, 0) << run.err;
+        EXPECT_EQ(run.out, "176400 frames through 11 stretches, identical to libsndfile\n");
         EXPECT_EQ(pictureSize(folder.file("buffers.png")), std::make_pair(1520, 840));
     }
 }
@@ -186,35 +192,34 @@ TEST_F(Examples, StreamFileTakesAnEmptyFile) {
         SndfileHandle file(folder.file("a.wav"), SFM_WRITE, SF_FORMAT_WAV | SF_FORMAT_PCM_16, 1,
                            8000);
     }
-    const ProgramRun run =
+    const ProcessResult run =
         runProgram(STREAM_FILE, quoted("a.wav") + " --picture" + quoted("buffers.png"));
-    EXPECT_EQ(run.status, 0) << run.errors;
-    EXPECT_EQ(run.output.rfind("0 frames", 0), 0u) << run.output;
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_EQ(run.out.rfind("0 frames", 0), 0u) << run.out;
 }
 
 TEST_F(Examples, StreamFileShowsTheAlertOnRequest) {
     const std::string path = folder.write("a.wav", "something else");
-    const ProgramRun run = runProgram(STREAM_FILE, "'" + path + "' --alert");
+    const ProcessResult run = runProgram(STREAM_FILE, "'" + path + "' --alert");
     EXPECT_EQ(run.status, 2);
-    EXPECT_EQ(run.errors.rfind("File is not a 16-bit Wav file: " + path + "\n", 0), 0u)
-        << run.errors;
-    EXPECT_EQ(runProgram(STREAM_FILE, "'" + path + "x' --alert").errors.find("File is not"),
+    EXPECT_EQ(run.err.rfind("File is not a 16-bit Wav file: " + path + "\n", 0), 0u) << run.err;
+    EXPECT_EQ(runProgram(STREAM_FILE, "'" + path + "x' --alert").err.find("File is not"),
               std::string::npos); // a missing file is no file of another kind
 }
 
 TEST_F(Examples, SmootherFrequencyTellsWhatTheMakerChose) {
-    const ProgramRun run = runProgram(SMOOTHER_FREQUENCY, "");
+    const ProcessResult run = runProgram(SMOOTHER_FREQUENCY, "");
     EXPECT_EQ(run.status, 0);
-    EXPECT_NE(run.output.find("\n       10              139.8"), std::string::npos) << run.output;
-    EXPECT_EQ(12, std::count(run.output.begin(), run.output.end(), '\n'));
+    EXPECT_NE(run.out.find("\n       10              139.8"), std::string::npos) << run.out;
+    EXPECT_EQ(12, std::count(run.out.begin(), run.out.end(), '\n'));
 }
 
 TEST_F(Examples, HelpIsNoError) {
     for (const char* program : {CHORUS_FILE, DRAW_FILTERS, FILTER_FILE, MAKE_PHRASE, STREAM_FILE}) {
-        const ProgramRun run = runProgram(program, "--help");
+        const ProcessResult run = runProgram(program, "--help");
         EXPECT_EQ(run.status, 0);
-        EXPECT_NE(run.output.find("Usage:"), std::string::npos);
-        EXPECT_EQ(run.errors, "");
+        EXPECT_NE(run.out.find("Usage:"), std::string::npos);
+        EXPECT_EQ(run.err, "");
     }
 }
 

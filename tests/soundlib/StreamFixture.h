@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "soundlib/WavStreamReader.h"
-#include "tests/soundlib/TemporaryFolder.h"
 #include "tests/support/Dice.h"
+#include "tests/support/TemporaryFolder.h"
 
 inline constexpr std::size_t fillBytes = 65536;
 

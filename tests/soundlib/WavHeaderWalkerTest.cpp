@@ -3,16 +3,17 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 #include <set>
 #include <sstream>
 #include <vector>
 
 #include <sndfile.hh>
 
-#include "tests/soundlib/TemporaryFolder.h"
 #include "tests/soundlib/WavBytes.h"
 #include "tests/support/Dice.h"
 #include "tests/support/RandomSeed.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace {
 

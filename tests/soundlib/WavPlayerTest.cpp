@@ -9,10 +9,10 @@
 
 #include <sndfile.hh>
 
-#include "tests/soundlib/TemporaryFolder.h"
 #include "tests/soundlib/WavBytes.h"
 #include "tests/support/Dice.h"
 #include "tests/support/RandomSeed.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace {
 

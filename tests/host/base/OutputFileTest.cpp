@@ -1,7 +1,7 @@
 #include "host/base/OutputFile.h"
 
 #include "host/base/UserError.h"
-#include "tests/host/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
-#include "tests/host/ProgramRun.h"
 #include "tests/host/SoundFile.h"
-#include "tests/host/TemporaryFolder.h"
 #include "tests/host/TestPlugin.h"
+#include "tests/host/Tvhost.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -37,12 +37,12 @@ protected:
 } // namespace
 
 TEST_P(ProcessSignals, RemovesUnfinishedOutputEvenWhileThePluginIsStuck) {
-    ProgramRun run(arguments("Stuck"));
+    Process run = startTvhost(arguments("Stuck"));
     while (folder.entries().size() < 3) {
         usleep(1000);
     }
-    kill(run.process(), GetParam());
-    const ProgramResult result = run.wait();
+    kill(run.id(), GetParam());
+    const ProcessResult result = run.wait();
     EXPECT_EQ(result.signal, GetParam());
     EXPECT_EQ(result.out, "");
     expectOnlyTheOlderFile();
@@ -52,7 +52,7 @@ INSTANTIATE_TEST_SUITE_P(Signals, ProcessSignals,
                          testing::Values(SIGINT, SIGTERM, SIGHUP, SIGQUIT));
 
 TEST_F(ProcessSignals, RemovesUnfinishedOutputWhenThePluginCrashes) {
-    const ProgramResult result = runTvhost(arguments("Crashing"));
+    const ProcessResult result = runTvhost(arguments("Crashing"));
     EXPECT_EQ(result.signal, SIGABRT);
     ASSERT_EQ(result.errorLines().size(), 1u) << result.err;
     EXPECT_THAT(result.err, HasSubstr("plug-in"));

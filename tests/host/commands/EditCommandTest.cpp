@@ -1,8 +1,8 @@
 // tvhost as a host with a window, on a screen where nobody else is.
 #include "tests/host/EditorFace.h"
-#include "tests/host/ProgramRun.h"
-#include "tests/host/TemporaryFolder.h"
 #include "tests/host/TestPlugin.h"
+#include "tests/host/Tvhost.h"
+#include "tests/support/TemporaryFolder.h"
 #include "tests/support/screen/Mouse.h"
 #include "tests/support/screen/ScreenWindows.h"
 #include "tests/support/screen/XServer.h"
@@ -39,23 +39,23 @@ bool isYellow(int x, int y) {
 
 class Edit : public testing::Test {
 protected:
-    ProgramRun::Options onScreen() const {
-        ProgramRun::Options options;
+    Process::Options onScreen() const {
+        Process::Options options;
         options.environment = {"DISPLAY=" + server.display(), "ASAN_OPTIONS=detect_leaks=0",
                                "PAINTER_JOURNAL=" + journal};
         return options;
     }
-    ProgramRun edit(const std::vector<std::string>& more) const {
+    Process edit(const std::vector<std::string>& more) const {
         std::vector<std::string> arguments = {"edit"};
         arguments.insert(arguments.end(), more.begin(), more.end());
-        return ProgramRun(arguments, onScreen());
+        return startTvhost(arguments, onScreen());
     }
-    ProgramRun painter(const std::string& behaviour) const {
+    Process painter(const std::string& behaviour) const {
         return edit({"--plugin", testPlugin("Painter"), "--program", behaviour});
     }
 
-    static void expectGoodEnd(ProgramRun& run) {
-        const ProgramResult result = run.wait();
+    static void expectGoodEnd(Process& run) {
+        const ProcessResult result = run.wait();
         EXPECT_EQ(result.status, 0);
         EXPECT_EQ(result.out, "");
         EXPECT_EQ(result.err, "");
@@ -78,7 +78,7 @@ class EditStop : public Edit, public testing::WithParamInterface<int> {};
 } // namespace
 
 TEST_F(Edit, ShowsTheEditorInAWindowOfItsNameAndSize) {
-    ProgramRun run = edit({"--program", "Punk"});
+    Process run = edit({"--program", "Punk"});
     const ShownWindow window = awaitWindow("TvDelay");
     EXPECT_EQ(window.width, 344);
     EXPECT_EQ(window.height, 400);
@@ -90,7 +90,7 @@ TEST_F(Edit, ShowsTheEditorInAWindowOfItsNameAndSize) {
 }
 
 TEST_F(Edit, ShowsWhatIsSetBesidesTheProgram) {
-    ProgramRun run = edit({"--program", "Punk", "--set", "highPass Type=1"});
+    Process run = edit({"--program", "Punk", "--set", "highPass Type=1"});
     FaceControls controls = punk();
     controls[5] = 1;
     const ShownWindow window = awaitWindow("TvDelay");
@@ -100,7 +100,7 @@ TEST_F(Edit, ShowsWhatIsSetBesidesTheProgram) {
 }
 
 TEST_F(Edit, TakesTheMouse) {
-    ProgramRun run = edit({"--program", "Punk"});
+    Process run = edit({"--program", "Punk"});
     const ShownWindow window = awaitWindow("TvDelay");
     ASSERT_TRUE(shows(window, punk()));
     const Mouse mouse(window.left, window.top + window.height);
@@ -122,14 +122,14 @@ TEST_F(Edit, TakesTheMouse) {
 }
 
 TEST_F(Edit, ClosesTheEditorBeforeItsWindow) {
-    ProgramRun run = painter("Plain");
+    Process run = painter("Plain");
     askToClose(awaitWindow(kPainter).handle);
     expectGoodEnd(run);
     expectOrderlyClose();
 }
 
 TEST_F(Edit, LetsTheEffectRun) {
-    ProgramRun run = painter("Plain");
+    Process run = painter("Plain");
     const ShownWindow window = awaitWindow(kPainter);
     // Green: a tenth of a second has been processed.
     EXPECT_TRUE(comesTrue([&] { return isYellow(window.left, window.top); }));
@@ -138,7 +138,7 @@ TEST_F(Edit, LetsTheEffectRun) {
 }
 
 TEST_F(Edit, FollowsTheSizeThatTheEditorTellsLate) {
-    ProgramRun run = painter("Late");
+    Process run = painter("Late");
     EXPECT_TRUE(comesTrue([] {
         const auto window = findWindow(kPainter);
         return window && window->width == 200 && window->height == 100 &&
@@ -149,7 +149,7 @@ TEST_F(Edit, FollowsTheSizeThatTheEditorTellsLate) {
 }
 
 TEST_F(Edit, FollowsTheSizeThatTheEditorAsksFor) {
-    ProgramRun run = painter("Growing");
+    Process run = painter("Growing");
     EXPECT_TRUE(comesTrue([] {
         const auto window = findWindow(kPainter);
         return window && window->width == 160 && window->height == 90 &&
@@ -164,9 +164,9 @@ TEST_P(EditStop, EndsInGoodOrder) {
     for (const char* plugin : {"Painter", "TvDelay"}) {
         SCOPED_TRACE(plugin);
         const bool product = plugin == std::string("TvDelay");
-        ProgramRun run = product ? edit({}) : painter("Plain");
+        Process run = product ? edit({}) : painter("Plain");
         awaitWindow(product ? plugin : kPainter);
-        kill(run.process(), GetParam());
+        kill(run.id(), GetParam());
         expectGoodEnd(run);
     }
     expectOrderlyClose();
@@ -176,20 +176,20 @@ INSTANTIATE_TEST_SUITE_P(Signals, EditStop, testing::Values(SIGINT, SIGTERM, SIG
 
 TEST_F(Edit, SaysThatTheDisplayHasGone) {
     auto screen = std::make_unique<XServer>();
-    ProgramRun::Options options = onScreen();
+    Process::Options options = onScreen();
     options.environment.push_back("DISPLAY=" + screen->display());
-    ProgramRun run({"edit", "--plugin", testPlugin("Painter")}, options);
+    Process run = startTvhost({"edit", "--plugin", testPlugin("Painter")}, options);
     awaitWindow(kPainter);
     screen.reset();
-    const ProgramResult result = run.wait();
+    const ProcessResult result = run.wait();
     EXPECT_EQ(result.status, 2);
     ASSERT_EQ(result.errorLines().size(), 1u) << result.err;
     EXPECT_THAT(result.err, HasSubstr("X server has gone"));
 }
 
 TEST_F(Edit, RefusesAnEditorThatDoesNotOpen) {
-    ProgramRun run = painter("Refusing");
-    const ProgramResult result = run.wait();
+    Process run = painter("Refusing");
+    const ProcessResult result = run.wait();
     EXPECT_EQ(result.status, 2);
     ASSERT_EQ(result.errorLines().size(), 1u) << result.err;
     EXPECT_THAT(result.err, HasSubstr("did not open its editor"));

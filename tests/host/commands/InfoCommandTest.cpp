@@ -1,5 +1,5 @@
-#include "tests/host/ProgramRun.h"
 #include "tests/host/TestPlugin.h"
+#include "tests/host/Tvhost.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@ using testing::HasSubstr;
 
 namespace {
 
-ProgramResult info(const char* plugin, std::vector<std::string> more = {}) {
+ProcessResult info(const char* plugin, std::vector<std::string> more = {}) {
     std::vector<std::string> arguments = {"info", testPlugin(plugin)};
     arguments.insert(arguments.end(), more.begin(), more.end());
     return runTvhost(arguments);
@@ -19,7 +19,7 @@ ProgramResult info(const char* plugin, std::vector<std::string> more = {}) {
 } // namespace
 
 TEST(InfoCommand, PrintsAlignedText) {
-    const ProgramResult result = info("Gain");
+    const ProcessResult result = info("Gain");
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
     EXPECT_EQ(result.out, "Gain\n"
@@ -48,7 +48,7 @@ TEST(InfoCommand, PrintsAlignedText) {
 }
 
 TEST(InfoCommand, PrintsJsonUnderItsKeys) {
-    const ProgramResult result = info("Gain", {"--json"});
+    const ProcessResult result = info("Gain", {"--json"});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
     const json expected = {{"file", testPlugin("Gain")},
@@ -120,7 +120,7 @@ TEST(InfoCommand, LeavesEmptyListsForAnEffectWithout) {
 }
 
 TEST(InfoCommand, StaysReadableWhateverThePluginSays) {
-    const ProgramResult text = info("Rude");
+    const ProcessResult text = info("Rude");
     EXPECT_EQ(text.status, 0);
     EXPECT_EQ(text.out.find('\x1B'), std::string::npos);
     EXPECT_THAT(text.out, testing::StartsWith("Rude Effect "));
@@ -131,10 +131,8 @@ TEST(InfoCommand, StaysReadableWhateverThePluginSays) {
 }
 
 TEST(InfoCommand, FailsWhenStandardOutputIsFull) {
-    ProgramRun::Options options;
-    options.program = "/bin/sh";
-    const ProgramResult result = runTvhost(
-        {"-c", "exec '" TVHOST_PROGRAM "' info '" + testPlugin("Gain") + "' > /dev/full"}, options);
+    const ProcessResult result =
+        runShell("'" TVHOST_PROGRAM "' info '" + testPlugin("Gain") + "' > /dev/full");
     EXPECT_EQ(result.status, 2);
     EXPECT_EQ(result.errorLines().size(), 1u) << result.err;
 }

@@ -7,9 +7,9 @@
 #include "host/plot/ProgramPage.h"
 #include "host/plot/ProgramSheet.h"
 #include "host/plot/ResponsePanel.h"
-#include "tests/host/ProgramRun.h"
-#include "tests/host/TemporaryFolder.h"
 #include "tests/host/TestPlugin.h"
+#include "tests/host/Tvhost.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <cairo.h>
 #include <gmock/gmock.h>
@@ -113,7 +113,7 @@ std::unique_ptr<Page> drawn(const std::string& svg, int width, int height) {
     return page;
 }
 
-ProgramResult plot(const std::string& out, const std::string& plugin,
+ProcessResult plot(const std::string& out, const std::string& plugin,
                    std::vector<std::string> more = {}) {
     std::vector<std::string> arguments = {"plot", out, "--plugin", testPlugin(plugin)};
     arguments.insert(arguments.end(), more.begin(), more.end());
@@ -282,7 +282,7 @@ TEST(ProgramPage, GivesTheTimeThatTheEchoesNeed) {
 
 TEST(PlotCommand, WritesAPngOfThePage) {
     TemporaryFolder folder;
-    const ProgramResult result = plot(folder.file("page.png"), "Delay");
+    const ProcessResult result = plot(folder.file("page.png"), "Delay");
     EXPECT_EQ(result.status, 0) << result.err;
     EXPECT_EQ(result.err, "");
     EXPECT_EQ(result.out, "");
@@ -323,7 +323,7 @@ TEST(PlotCommand, WritesTheSamePictureAsSvg) {
 TEST(PlotCommand, DrawsEveryKindOfEffect) {
     TemporaryFolder folder;
     for (const char* plugin : {"Gain", "Mono", "MonoToStereo", "Many", "Rude"}) {
-        const ProgramResult result = plot(folder.file("page.png"), plugin);
+        const ProcessResult result = plot(folder.file("page.png"), plugin);
         EXPECT_EQ(result.status, 0) << plugin << result.err;
         EXPECT_EQ(result.err, "") << plugin;
         EXPECT_GT(Page(folder.file("page.png")).ink(), 0.005) << plugin;
@@ -344,7 +344,7 @@ TEST(PlotCommand, DrawsDifferentProgramsDifferently) {
 TEST(PlotCommand, DrawsAnyNumberOfProgramsOnOneSheet) {
     TemporaryFolder folder;
     for (const char* plugin : {"Journal", "Gain", "Delay", "Many"}) {
-        const ProgramResult result = plot(folder.file("all.png"), plugin, {"--all"});
+        const ProcessResult result = plot(folder.file("all.png"), plugin, {"--all"});
         EXPECT_EQ(result.status, 0) << plugin << result.err;
         Page page(folder.file("all.png"));
         EXPECT_GT(page.width(), 1000) << plugin;

@@ -1,9 +1,9 @@
 // What cannot be used gives one line that says what is wrong and what would be right, status 2, no
 // word on standard output and no file; an older file stays as it is.
-#include "tests/host/ProgramRun.h"
 #include "tests/host/SoundFile.h"
-#include "tests/host/TemporaryFolder.h"
 #include "tests/host/TestPlugin.h"
+#include "tests/host/Tvhost.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -297,7 +297,7 @@ TEST_P(Refusal, IsOneLineAndLeavesNothing) {
     for (const std::string& argument : GetParam().arguments) {
         arguments.push_back(bench.replaceWords(argument));
     }
-    const ProgramResult result = runTvhost(arguments);
+    const ProcessResult result = runTvhost(arguments);
     EXPECT_EQ(result.status, 2);
     EXPECT_EQ(result.out, "");
     EXPECT_EQ(result.errorLines().size(), 1u);
@@ -315,9 +315,9 @@ namespace {
 
 // A run that cannot get all of its output onto the disk.
 void expectNoRoom(const std::vector<std::string>& arguments, const std::string& target) {
-    ProgramRun::Options options;
+    Process::Options options;
     options.largestFile = 4096;
-    const ProgramResult result = runTvhost(arguments, options);
+    const ProcessResult result = runTvhost(arguments, options);
     EXPECT_EQ(result.status, 2);
     EXPECT_EQ(result.out, "");
     ASSERT_EQ(result.errorLines().size(), 1u) << result.err;
@@ -357,7 +357,7 @@ TEST(Help, GoesToStandardOutputWithStatusZero) {
                                                          {"edit", "--help"},
                                                          {"snapshot", "--help"}};
     for (const auto& call : calls) {
-        const ProgramResult result = runTvhost(call);
+        const ProcessResult result = runTvhost(call);
         EXPECT_EQ(result.status, 0);
         EXPECT_EQ(result.err, "");
         EXPECT_THAT(result.out, HasSubstr("Usage: tvhost"));
@@ -372,7 +372,7 @@ TEST(Help, OfRenderTellsHowValuesMoveAndWhoResamples) {
 }
 
 TEST(Version, IsThatOfTheProject) {
-    const ProgramResult result = runTvhost({"--version"});
+    const ProcessResult result = runTvhost({"--version"});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.out, "tvhost " TVHOST_VERSION "\n");
 }

@@ -1,9 +1,9 @@
-#include "tests/host/ProgramRun.h"
 #include "tests/host/SoundFile.h"
-#include "tests/host/TemporaryFolder.h"
 #include "tests/host/TestPlugin.h"
+#include "tests/host/Tvhost.h"
 #include "tests/support/Dice.h"
 #include "tests/support/RandomSeed.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -24,7 +24,7 @@ class Render : public testing::Test {
 protected:
     std::string file(const std::string& name) const { return folder.file(name); }
 
-    ProgramResult render(const std::string& in, const std::string& out, const std::string& plugin,
+    ProcessResult render(const std::string& in, const std::string& out, const std::string& plugin,
                          const std::vector<std::string>& more = {}) const {
         std::vector<std::string> arguments = {"render", file(in), file(out), "--plugin",
                                               testPlugin(plugin)};
@@ -36,7 +36,7 @@ protected:
     SoundFile rendered(const SoundFile& input, const std::string& plugin,
                        const std::vector<std::string>& more = {}) const {
         writeSound(file("in.wav"), input);
-        const ProgramResult result = render("in.wav", "out.wav", plugin, more);
+        const ProcessResult result = render("in.wav", "out.wav", plugin, more);
         EXPECT_EQ(result.status, 0);
         EXPECT_EQ(result.err, "");
         return readSound(file("out.wav"));
@@ -140,7 +140,7 @@ TEST_F(Render, GivesAMonoEffectTheMeanOfBothChannelsAndSaysSo) {
     input.at(3, 0) = 0.5f;
     input.at(3, 1) = 0.25f;
     writeSound(file("in.wav"), input);
-    const ProgramResult result = render("in.wav", "out.wav", "Mono");
+    const ProcessResult result = render("in.wav", "out.wav", "Mono");
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.err, AllOf(HasSubstr("warning"), HasSubstr("mean")));
     EXPECT_EQ(result.errorLines().size(), 1u);
@@ -207,7 +207,7 @@ TEST_F(Render, WaitsForChangesThatBringSoundBack) {
 
 TEST_F(Render, WarnsOfChangesBehindTheEnd) {
     writeSound(file("in.wav"), click(0));
-    const ProgramResult result =
+    const ProcessResult result =
         render("in.wav", "out.wav", "Gain", {"--tail", "0", "--automate", "Gain=0:1,5:0,6:0"});
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.err, AllOf(HasSubstr("2 --automate points"), HasSubstr("--tail")));
@@ -218,7 +218,7 @@ TEST_F(Render, ReportsLengthPeakAndSpeedInOneLine) {
     SoundFile input = silence(2, 44100);
     input.at(100, 1) = -0.5f;
     writeSound(file("in.wav"), input);
-    const ProgramResult result = render("in.wav", "out.wav", "Gain");
+    const ProcessResult result = render("in.wav", "out.wav", "Gain");
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
     EXPECT_THAT(result.out, AllOf(HasSubstr(file("out.wav") + ": 1.000 s, peak -6.0 dBFS, "),
@@ -233,9 +233,9 @@ TEST_F(Render, ReportsThePeakOfSilence) {
 
 TEST_F(Render, ShowsABarOnATerminalAndTakesItAway) {
     writeSound(file("in.wav"), noise(2, 44100 * 5, 44100, 0.5f, 4));
-    ProgramRun::Options options;
+    Process::Options options;
     options.errorOnTerminal = true;
-    const ProgramResult result = runTvhost(
+    const ProcessResult result = runTvhost(
         {"render", file("in.wav"), file("out.wav"), "--plugin", testPlugin("Delay")}, options);
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.err, AllOf(HasSubstr("[####"), HasSubstr("50 %"), HasSubstr("0:04"),
@@ -247,9 +247,9 @@ TEST_F(Render, ShowsABarOnATerminalAndTakesItAway) {
 
 TEST_F(Render, TakesTheBarAwayBeforeAMessage) {
     writeSound(file("in.wav"), noise(2, 44100, 44100, 0.5f, 4));
-    ProgramRun::Options options;
+    Process::Options options;
     options.errorOnTerminal = true;
-    const ProgramResult result = runTvhost(
+    const ProcessResult result = runTvhost(
         {"render", file("in.wav"), file("out.wav"), "--plugin", testPlugin("NotANumber")}, options);
     EXPECT_EQ(result.status, 2);
     EXPECT_THAT(result.err, HasSubstr("\rtvhost: NotANumber gives"));
@@ -287,7 +287,7 @@ TEST_F(Render, WritesEveryFormatByItsExtension) {
     writeSound(file("in.wav"), input);
     for (const Row& row : rows) {
         const std::string out = std::string("out.") + row.extension;
-        const ProgramResult result = render("in.wav", out, "Gain", {"--tail", "0"});
+        const ProcessResult result = render("in.wav", out, "Gain", {"--tail", "0"});
         EXPECT_EQ(result.status, 0) << row.extension << result.err;
         EXPECT_EQ(result.err, "") << row.extension;
         const SoundFile output = readSound(file(out));
@@ -327,7 +327,7 @@ TEST_F(Render, TellsOfClippingWhereTheFormatCannotHoldTheSound) {
     input.at(20, 1) = -2.0f;
     input.at(30, 1) = 1.0f;
     writeSound(file("in.wav"), input);
-    const ProgramResult result = render("in.wav", "out.flac", "Gain");
+    const ProcessResult result = render("in.wav", "out.flac", "Gain");
     EXPECT_EQ(result.status, 0);
     ASSERT_EQ(result.errorLines().size(), 1u) << result.err;
     EXPECT_THAT(result.err, AllOf(HasSubstr("warning: 2 samples"), HasSubstr("FLAC")));

@@ -1,8 +1,8 @@
 // tvhost makes a picture of an editor, on the display there is or on one of its own.
 #include "tests/host/EditorFace.h"
-#include "tests/host/ProgramRun.h"
-#include "tests/host/TemporaryFolder.h"
 #include "tests/host/TestPlugin.h"
+#include "tests/host/Tvhost.h"
+#include "tests/support/TemporaryFolder.h"
 #include "tests/support/screen/HostWindow.h"
 #include "tests/support/screen/SlapBack.h"
 #include "tests/support/screen/XServer.h"
@@ -58,11 +58,11 @@ bool isGone(pid_t process) {
 
 class Snapshot : public testing::Test {
 protected:
-    ProgramResult take(std::vector<std::string> more,
+    ProcessResult take(std::vector<std::string> more,
                        const std::vector<std::string>& environment = {}) {
         std::vector<std::string> arguments = {"snapshot", out};
         arguments.insert(arguments.end(), more.begin(), more.end());
-        ProgramRun::Options options;
+        Process::Options options;
         options.environment = kEnvironment;
         options.environment.insert(options.environment.end(), environment.begin(),
                                    environment.end());
@@ -72,7 +72,7 @@ protected:
     // Takes one that works.
     ScreenPart picture(const std::vector<std::string>& more,
                        const std::vector<std::string>& environment = {}) {
-        const ProgramResult result = take(more, environment);
+        const ProcessResult result = take(more, environment);
         EXPECT_EQ(result.status, 0);
         EXPECT_EQ(result.out, "");
         EXPECT_EQ(result.err, "");
@@ -84,7 +84,7 @@ protected:
         return picture({"--plugin", testPlugin("Painter"), "--program", behaviour});
     }
 
-    void expectRefusal(const ProgramResult& result, const std::string& wrong,
+    void expectRefusal(const ProcessResult& result, const std::string& wrong,
                        const std::string& right) {
         EXPECT_EQ(result.status, 2);
         EXPECT_EQ(result.out, "");
@@ -228,15 +228,15 @@ TEST_F(Snapshot, EndsItsServerEvenWhenItIsKilled) {
     const std::string server =
         pathWithServer("echo $$ > " + folder.file("part") + "\nmv " + folder.file("part") + " " +
                        folder.file("pid") + "\nexec /usr/bin/Xvfb \"$@\"\n");
-    ProgramRun::Options options;
+    Process::Options options;
     options.environment = {server};
-    ProgramRun run({"snapshot", out, "--plugin", testPlugin("Painter"), "--program", "Restless"},
-                   options);
+    Process run = startTvhost(
+        {"snapshot", out, "--plugin", testPlugin("Painter"), "--program", "Restless"}, options);
     while (access(folder.file("pid").c_str(), F_OK) != 0) {
         usleep(1000);
     }
     const pid_t process = std::stoi(readFile(folder.file("pid")));
-    kill(run.process(), SIGKILL);
+    kill(run.id(), SIGKILL);
     EXPECT_EQ(run.wait().signal, SIGKILL);
     while (!isGone(process)) {
         usleep(1000);

@@ -1,12 +1,12 @@
 // The product's plug-in, driven by tvhost as by any other host.
 #include "host/measure/EffectMeasurement.h"
-#include "tests/host/ProgramRun.h"
 #include "tests/host/SoundFile.h"
-#include "tests/host/TemporaryFolder.h"
+#include "tests/host/Tvhost.h"
 #include "tests/support/Dice.h"
 #include "tests/support/FactoryTable.h"
 #include "tests/support/RandomSeed.h"
 #include "tests/support/ReferenceDelay.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -71,7 +71,7 @@ protected:
                                    number(static_cast<double>(change.value))});
         }
         arguments.insert(arguments.end(), more.begin(), more.end());
-        const ProgramResult result = runTvhost(arguments);
+        const ProcessResult result = runTvhost(arguments);
         EXPECT_EQ(result.status, 0) << result.err;
         EXPECT_EQ(result.err, "");
         return readSound(folder.file("out.wav"));
@@ -252,7 +252,7 @@ TEST_F(TvDelay, TailEndsWhereTheEchoesHaveDiedAway) {
 }
 
 TEST_F(TvDelay, InfoTellsTheEffectAndItsPrograms) {
-    const ProgramResult result = runTvhost({"info", "--json"});
+    const ProcessResult result = runTvhost({"info", "--json"});
     ASSERT_EQ(result.status, 0) << result.err;
     const auto json = nlohmann::json::parse(result.out);
     EXPECT_EQ(json["uniqueId"], "TvDy");
@@ -283,7 +283,7 @@ TEST_F(TvDelay, InfoTellsTheEffectAndItsPrograms) {
 }
 
 TEST_F(TvDelay, InfoPrintsOneLineForEachParameterAndProgram) {
-    const ProgramResult result = runTvhost({"info"});
+    const ProcessResult result = runTvhost({"info"});
     EXPECT_EQ(result.status, 0);
     EXPECT_THAT(result.out, HasSubstr("\n  5  highPass Type  0.000000            on/off\n"));
     EXPECT_THAT(result.out, HasSubstr("\n  20  Repeat After Me\n"));

@@ -2,9 +2,9 @@
 
 #include "host/base/UserError.h"
 #include "host/plugin/PluginModule.h"
-#include "tests/host/ProgramRun.h"
-#include "tests/host/TemporaryFolder.h"
 #include "tests/host/TestPlugin.h"
+#include "tests/host/Tvhost.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -82,11 +82,12 @@ protected:
     DefaultPlugin() { fs::copy_file(TVHOST_PROGRAM, program()); }
 
     fs::path program() const { return folder.path() / "tvhost"; }
-    ProgramResult info(std::vector<std::string> environment) const {
-        ProgramRun::Options options;
-        options.program = program();
-        options.environment = std::move(environment);
-        return runTvhost({"info"}, options);
+    ProcessResult info(const std::vector<std::string>& environment) const {
+        Process::Options options;
+        options.environment = {"VST_PATH", "HOME=/nonexistent"};
+        options.environment.insert(options.environment.end(), environment.begin(),
+                                   environment.end());
+        return runProcess(program(), {"info"}, options);
     }
 
     TemporaryFolder folder;
@@ -95,7 +96,7 @@ protected:
 TEST_F(DefaultPlugin, LiesBesideTheProgram) {
     const fs::path object = makeBundle(folder.path() / "TvDelay.vst", "Gain", "TvDelay");
     makeBundle(folder.path() / "other/TvDelay.vst", "Mono", "TvDelay");
-    const ProgramResult result = info({"VST_PATH=" + folder.file("other")});
+    const ProcessResult result = info({"VST_PATH=" + folder.file("other")});
     EXPECT_EQ(result.status, 0) << result.err;
     EXPECT_THAT(result.out, HasSubstr(object.string()));
 }
@@ -104,7 +105,7 @@ TEST_F(DefaultPlugin, IsTheFirstInVstPath) {
     fs::create_directory(folder.path() / "empty");
     const fs::path object = makeBundle(folder.path() / "one/TvDelay.vst", "Gain", "TvDelay");
     makeBundle(folder.path() / "two/TvDelay.vst", "Mono", "TvDelay");
-    const ProgramResult result = info(
+    const ProcessResult result = info(
         {"VST_PATH=" + folder.file("empty") + ":" + folder.file("one") + ":" + folder.file("two")});
     EXPECT_EQ(result.status, 0) << result.err;
     EXPECT_THAT(result.out, HasSubstr(object.string()));
@@ -112,13 +113,13 @@ TEST_F(DefaultPlugin, IsTheFirstInVstPath) {
 
 TEST_F(DefaultPlugin, IsInTheHomeFolder) {
     const fs::path object = makeBundle(folder.path() / "home/.vst/TvDelay.vst", "Gain", "TvDelay");
-    const ProgramResult result = info({"HOME=" + folder.file("home")});
+    const ProcessResult result = info({"HOME=" + folder.file("home")});
     EXPECT_EQ(result.status, 0) << result.err;
     EXPECT_THAT(result.out, HasSubstr(object.string()));
 }
 
 TEST_F(DefaultPlugin, IsMissedInOneLineThatNamesTheFoldersSearched) {
-    const ProgramResult result = info({"VST_PATH=" + folder.file("nowhere")});
+    const ProcessResult result = info({"VST_PATH=" + folder.file("nowhere")});
     if (fs::exists("/usr/local/lib/vst/TvDelay.vst") || fs::exists("/usr/lib/vst/TvDelay.vst")) {
         GTEST_SKIP() << "an installed TvDelay.vst is found";
     }

@@ -1,4 +1,4 @@
-#include "tests/host/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -9,21 +9,26 @@
 namespace fs = std::filesystem;
 
 TemporaryFolder::TemporaryFolder() {
-    std::string name = (fs::temp_directory_path() / "tvhost-test-XXXXXX").string();
+    std::string name = (fs::temp_directory_path() / "tvdelay-XXXXXX").string();
     if (!mkdtemp(name.data())) {
         throw std::runtime_error("no temporary folder");
     }
-    folder = fs::canonical(name);
+    path_ = fs::canonical(name);
 }
 
 TemporaryFolder::~TemporaryFolder() {
     std::error_code error;
-    fs::remove_all(folder, error);
+    fs::remove_all(path_, error);
+}
+
+std::string TemporaryFolder::write(const std::string& name, const std::string& bytes) const {
+    writeFile(file(name), bytes);
+    return file(name);
 }
 
 std::vector<std::string> TemporaryFolder::entries() const {
     std::vector<std::string> names;
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
+    for (const fs::directory_entry& entry : fs::directory_iterator(path_)) {
         names.push_back(entry.path().filename().string());
     }
     std::sort(names.begin(), names.end());
