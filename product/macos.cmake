@@ -7,5 +7,12 @@ set_target_properties(TvDelay PROPERTIES
     MACOSX_BUNDLE_BUNDLE_NAME TvDelay
     MACOSX_BUNDLE_BUNDLE_VERSION ${PROJECT_VERSION}
     MACOSX_BUNDLE_SHORT_VERSION_STRING ${PROJECT_VERSION})
-target_link_options(TvDelay PRIVATE -Wl,-exported_symbol,_VSTPluginMain)
+target_link_options(TvDelay PRIVATE
+    -Wl,-exported_symbol,_VSTPluginMain
+    # The identifier is made of the file and this name, wherever the file is written to.
+    -Wl,-final_output,TvDelay)
+if(CMAKE_CROSSCOMPILING)
+    file(GLOB_RECURSE stubs CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/platform/macos/sdk/*.tbd)
+    set_target_properties(TvDelay PROPERTIES LINK_DEPENDS "${stubs}")
+endif()
 tvdelay_bundle_file(${CMAKE_SOURCE_DIR}/resources/PkgInfo .)

@@ -26,7 +26,13 @@ add_compile_definitions(_LIBCPP_ABI_VERSION=1 _LIBCPP_ABI_NAMESPACE=__1)
 
 # Nothing built here runs here, and an executable would ask for more of the stubs than a bundle does.
 set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)
-set(CMAKE_MODULE_LINKER_FLAGS_INIT -fuse-ld=lld)
+# The linker of LLVM 14 writes unwind data that points outside the code, and an identifier that
+# depends on the number of cores. clang takes that of LLVM 19 from its folder: named as a file, it
+# would not pass for lld.
+find_program(TVDELAY_MACOS_LINKER NAMES ld64.lld-19 REQUIRED)
+file(REAL_PATH ${TVDELAY_MACOS_LINKER} linker)
+get_filename_component(linker_folder ${linker} DIRECTORY)
+add_link_options(-fuse-ld=lld -B${linker_folder})
 find_program(CMAKE_AR NAMES llvm-ar llvm-ar-14 REQUIRED)
 find_program(CMAKE_RANLIB NAMES llvm-ranlib llvm-ranlib-14 REQUIRED)
 find_program(CMAKE_INSTALL_NAME_TOOL NAMES llvm-install-name-tool llvm-install-name-tool-14 REQUIRED)

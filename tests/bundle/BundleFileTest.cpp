@@ -57,6 +57,7 @@ TEST(BundleFile, LinksTheFrameworksOfItsInterfacesAndTheRuntimes) {
         {frameworks + "CoreGraphics.framework/Versions/A/CoreGraphics", "64.0"},
         {frameworks + "QuartzCore.framework/Versions/A/QuartzCore", "1.2"},
         {frameworks + "Carbon.framework/Versions/A/Carbon", "2.0"},
+        {frameworks + "CoreServices.framework/Versions/A/CoreServices", "1.0"},
         {"/usr/lib/libc++.1.dylib", "1.0"},
         {"/usr/lib/libobjc.A.dylib", "1.0"},
         {"/usr/lib/libSystem.B.dylib", "1.0"},
