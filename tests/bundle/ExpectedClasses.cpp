@@ -288,3 +288,9 @@ const std::vector<ObjcClass>& expectedClasses() {
                                                    kTarnsCustomWindow10};
     return classes;
 }
+
+const std::set<std::string>& helperSelectors() {
+    static const std::set<std::string> selectors = {
+        "heightOfEvent:", "knobAt:withImages:", "progress", "sendKnob:at:", "sendSwitch:at:"};
+    return selectors;
+}

@@ -1,6 +1,7 @@
 #include "tests/bundle/MachOFile.h"
 
 #include <llvm/Object/MachO.h>
+#include <llvm/Support/LEB128.h>
 #include <llvm/Support/MemoryBuffer.h>
 
 #include <algorithm>
@@ -89,9 +90,36 @@ void MachOFile::readLoadCommands() {
         case llvm::MachO::LC_VERSION_MIN_MACOSX:
             deploymentTarget_ = versionText(object.getVersionMinLoadCommand(command).version);
             break;
+        case llvm::MachO::LC_FUNCTION_STARTS: {
+            const auto place = object.getLinkeditDataLoadCommand(command);
+            const auto* const bytes =
+                reinterpret_cast<const std::byte*>(parsed_->bytes->getBufferStart());
+            readFunctionStarts(bytes + place.dataoff, bytes + place.dataoff + place.datasize);
+            break;
+        }
         default:
             break;
         }
+    }
+}
+
+// Distances from one to the next, the first from the header; a zero ends them.
+void MachOFile::readFunctionStarts(const std::byte* from, const std::byte* to) {
+    const auto* at = reinterpret_cast<const std::uint8_t*>(from);
+    const auto* const end = reinterpret_cast<const std::uint8_t*>(to);
+    std::uint64_t address = 0;
+    for (const Segment& segment : segments_) {
+        address = segment.name == "__TEXT" ? segment.address : address;
+    }
+    while (at < end && *at != 0) {
+        unsigned bytes = 0;
+        const char* problem = nullptr;
+        address += llvm::decodeULEB128(at, &bytes, end, &problem);
+        if (problem != nullptr) {
+            throw std::runtime_error(std::string("function starts: ") + problem);
+        }
+        functionStarts_.push_back(address);
+        at += bytes;
     }
 }
 
@@ -109,23 +137,24 @@ void MachOFile::readTables() {
         rebases_.push_back(entry.address());
     }
     check(std::move(error), "rebases");
+    std::sort(rebases_.begin(), rebases_.end());
 
-    const auto take = [this](const llvm::object::MachOBindEntry& entry) {
+    const auto take = [this](const llvm::object::MachOBindEntry& entry, bool lazy) {
         const bool weak = (entry.flags() & llvm::MachO::BIND_SYMBOL_FLAGS_WEAK_IMPORT) != 0;
         binds_.push_back({entry.address(), entry.symbolName().str(), libraryOf(entry.ordinal()),
-                          entry.addend(), weak});
+                          entry.addend(), weak, lazy});
     };
     llvm::Error bindError = llvm::Error::success();
     for (const auto& entry : object.bindTable(bindError)) {
         if (entry.typeName() != "pointer") {
             throw std::runtime_error("a bind of type " + entry.typeName().str());
         }
-        take(entry);
+        take(entry, false);
     }
     check(std::move(bindError), "binds");
     llvm::Error lazyError = llvm::Error::success();
     for (const auto& entry : object.lazyBindTable(lazyError)) {
-        take(entry);
+        take(entry, true);
     }
     check(std::move(lazyError), "lazy binds");
     std::sort(binds_.begin(), binds_.end(),
@@ -136,6 +165,47 @@ void MachOFile::readTables() {
         exports_.push_back({entry.name().str(), entry.address()});
     }
     check(std::move(exportError), "exports");
+}
+
+MachOFile::Bind MachOFile::lazyBindAt(std::uint64_t offset) const {
+    const auto opcodes = parsed_->object->getDyldInfoLazyBindOpcodes();
+    const auto damaged = [&] {
+        return std::runtime_error("no lazy bind at " + std::to_string(offset));
+    };
+    Bind bind{0, "", "", 0, false, true};
+    for (std::uint64_t at = offset; at < opcodes.size();) {
+        const std::uint8_t opcode = opcodes[at] & llvm::MachO::BIND_OPCODE_MASK;
+        const std::uint8_t immediate = opcodes[at] & llvm::MachO::BIND_IMMEDIATE_MASK;
+        ++at;
+        switch (opcode) {
+        case llvm::MachO::BIND_OPCODE_SET_SEGMENT_AND_OFFSET_ULEB: {
+            unsigned bytes = 0;
+            const auto distance =
+                llvm::decodeULEB128(opcodes.data() + at, &bytes, opcodes.data() + opcodes.size());
+            bind.address = segments_.at(immediate).address + distance;
+            at += bytes;
+            break;
+        }
+        case llvm::MachO::BIND_OPCODE_SET_DYLIB_ORDINAL_IMM:
+            bind.library = libraryOf(immediate);
+            break;
+        case llvm::MachO::BIND_OPCODE_SET_SYMBOL_TRAILING_FLAGS_IMM:
+            bind.weak = (immediate & llvm::MachO::BIND_SYMBOL_FLAGS_WEAK_IMPORT) != 0;
+            while (at < opcodes.size() && opcodes[at] != 0) {
+                bind.symbol += static_cast<char>(opcodes[at++]);
+            }
+            ++at;
+            break;
+        case llvm::MachO::BIND_OPCODE_DO_BIND:
+            if (bind.address == 0 || bind.symbol.empty()) {
+                throw damaged();
+            }
+            return bind;
+        default:
+            throw damaged();
+        }
+    }
+    throw damaged();
 }
 
 void MachOFile::readSymbols() {
@@ -166,6 +236,10 @@ const MachOFile::Bind* MachOFile::bindAt(std::uint64_t address) const {
         std::lower_bound(binds_.begin(), binds_.end(), address,
                          [](const Bind& bind, std::uint64_t at) { return bind.address < at; });
     return found != binds_.end() && found->address == address ? &*found : nullptr;
+}
+
+bool MachOFile::isRebased(std::uint64_t address) const {
+    return std::binary_search(rebases_.begin(), rebases_.end(), address);
 }
 
 const std::byte* MachOFile::bytesAt(std::uint64_t address, std::size_t size) const {

@@ -34,6 +34,7 @@ public:
         std::string library; // its path; empty for a look-up without one
         std::int64_t addend;
         bool weak; // may stay null
+        bool lazy; // set at the first use
     };
     struct Symbol {
         std::string name;
@@ -59,10 +60,16 @@ public:
     const std::vector<Bind>& binds() const { return binds_; } // those of first use as well
     const std::vector<Symbol>& exports() const { return exports_; }
     const std::vector<Symbol>& symbols() const { return symbols_; } // with an address in the file
+    const std::vector<std::uint64_t>& functionStarts() const { return functionStarts_; }
+
+    // The bind that the lazy opcodes at `offset` describe, which is what a stub's helper names.
+    // Throws std::runtime_error when there is none.
+    Bind lazyBindAt(std::uint64_t offset) const;
 
     // Null when there is none.
     const Section* section(const std::string& segment, const std::string& name) const;
     const Bind* bindAt(std::uint64_t address) const;
+    bool isRebased(std::uint64_t address) const;
 
     // `size` bytes that go to `address`. Throws std::out_of_range when the file does not hold them.
     const std::byte* bytesAt(std::uint64_t address, std::size_t size) const;
@@ -77,6 +84,7 @@ private:
     struct Parsed; // the file as the parser holds it
     void readLoadCommands();
     void readTables();
+    void readFunctionStarts(const std::byte* from, const std::byte* to);
     void readSymbols();
     std::string libraryOf(int ordinal) const;
 
@@ -89,4 +97,5 @@ private:
     std::vector<Bind> binds_;
     std::vector<Symbol> exports_;
     std::vector<Symbol> symbols_;
+    std::vector<std::uint64_t> functionStarts_;
 };

@@ -61,6 +61,7 @@ struct ProtocolLayout {
 };
 
 const std::string kClassPrefix = "_OBJC_CLASS_$_";
+const std::string kMetaclassPrefix = "_OBJC_METACLASS_$_";
 
 // Behind the bracket that closes the one before `at`.
 std::size_t behindStructure(const std::string& types, std::size_t at) {
@@ -107,6 +108,22 @@ ObjcMetadata::ObjcMetadata(const MachOFile& file) : file_(file) {
     for (const std::uint64_t address : pointersIn("__objc_protolist")) {
         protocols_.push_back(readProtocol(address));
     }
+    for (const std::uint64_t address : pointersIn("__objc_selrefs")) {
+        sentSelectors_.push_back(file.textAt(address));
+    }
+}
+
+// What the pointer at `place` leads to in this file; 0 for null.
+std::uint64_t ObjcMetadata::pointerAt(std::uint64_t place) const {
+    const auto value = file_.at<std::uint64_t>(place);
+    if (value != 0 && !file_.isRebased(place)) {
+        throw std::runtime_error("the pointer at " + std::to_string(place) + " is not rebased");
+    }
+    return value;
+}
+
+std::string ObjcMetadata::textAt(std::uint64_t place) const {
+    return file_.textAt(pointerAt(place));
 }
 
 std::vector<std::uint64_t> ObjcMetadata::pointersIn(const std::string& name) const {
@@ -116,38 +133,51 @@ std::vector<std::uint64_t> ObjcMetadata::pointersIn(const std::string& name) con
         throw std::runtime_error("the file has no section " + name);
     }
     for (std::uint64_t at = 0; at < section->size; at += sizeof(std::uint64_t)) {
-        pointers.push_back(file_.at<std::uint64_t>(section->address + at));
+        pointers.push_back(pointerAt(section->address + at));
     }
     return pointers;
 }
 
+std::uint64_t ObjcMetadata::dataOf(std::uint64_t classAddress) const {
+    return pointerAt(classAddress + offsetof(ClassLayout, data)) & ~7ull;
+}
+
 ObjcClass ObjcMetadata::readClass(std::uint64_t address) const {
-    const auto& data = file_.at<ClassData>(file_.at<ClassLayout>(address).data & ~7ull);
-    return {file_.textAt(data.name), superclassOf(address), protocolNamesAt(data.protocols),
-            variablesAt(data.variables), methodsAt(data.methods)};
+    const std::uint64_t data = dataOf(address);
+    const std::uint64_t metaclass = pointerAt(address + offsetof(ClassLayout, metaclass));
+    const std::uint64_t metaclassData = dataOf(metaclass);
+    ObjcClass read = {textAt(data + offsetof(ClassData, name)),
+                      classOf(address + offsetof(ClassLayout, superclass), kClassPrefix),
+                      protocolNamesAt(pointerAt(data + offsetof(ClassData, protocols))),
+                      variablesAt(pointerAt(data + offsetof(ClassData, variables))),
+                      methodsAt(pointerAt(data + offsetof(ClassData, methods)))};
+    read.start = file_.at<ClassData>(data).start;
+    read.size = file_.at<ClassData>(data).size;
+    read.offsets = offsetsAt(pointerAt(data + offsetof(ClassData, variables)));
+    read.flags = file_.at<ClassData>(data).flags;
+    read.rootMetaclass = classOf(metaclass + offsetof(ClassLayout, metaclass), kMetaclassPrefix);
+    read.superMetaclass = classOf(metaclass + offsetof(ClassLayout, superclass), kMetaclassPrefix);
+    read.metaclassFlags = file_.at<ClassData>(metaclassData).flags;
+    read.classMethods = methodsAt(pointerAt(metaclassData + offsetof(ClassData, methods)));
+    return read;
 }
 
 ObjcProtocol ObjcMetadata::readProtocol(std::uint64_t address) const {
-    const auto& layout = file_.at<ProtocolLayout>(address);
-    return {file_.textAt(layout.name), methodsAt(layout.requiredMethods),
-            methodsAt(layout.optionalMethods)};
+    return {textAt(address + offsetof(ProtocolLayout, name)),
+            methodsAt(pointerAt(address + offsetof(ProtocolLayout, requiredMethods))),
+            methodsAt(pointerAt(address + offsetof(ProtocolLayout, optionalMethods)))};
 }
 
-std::string ObjcMetadata::superclassOf(std::uint64_t classAddress) const {
-    const std::uint64_t place = classAddress + offsetof(ClassLayout, superclass);
+// The name of the class, or of that whose metaclass it is, to which the pointer at `place` leads.
+std::string ObjcMetadata::classOf(std::uint64_t place, const std::string& prefix) const {
     const MachOFile::Bind* const bind = file_.bindAt(place);
     if (bind == nullptr) {
-        return classNameAt(file_.at<std::uint64_t>(place));
+        return textAt(dataOf(pointerAt(place)) + offsetof(ClassData, name));
     }
-    if (bind->symbol.compare(0, kClassPrefix.size(), kClassPrefix) != 0) {
-        throw std::runtime_error("a superclass is bound to " + bind->symbol);
+    if (bind->symbol.compare(0, prefix.size(), prefix) != 0) {
+        throw std::runtime_error("a class is bound to " + bind->symbol);
     }
-    return bind->symbol.substr(kClassPrefix.size());
-}
-
-std::string ObjcMetadata::classNameAt(std::uint64_t address) const {
-    const auto& data = file_.at<ClassData>(file_.at<ClassLayout>(address).data & ~7ull);
-    return file_.textAt(data.name);
+    return bind->symbol.substr(prefix.size());
 }
 
 std::vector<ObjcMethod> ObjcMetadata::methodsAt(std::uint64_t address) const {
@@ -157,9 +187,10 @@ std::vector<ObjcMethod> ObjcMetadata::methodsAt(std::uint64_t address) const {
     }
     const auto& head = file_.at<ListHead>(address);
     for (std::uint32_t i = 0; i < head.count; ++i) {
-        const auto& method =
-            file_.at<MethodLayout>(address + sizeof(ListHead) + i * sizeof(MethodLayout));
-        methods.push_back({file_.textAt(method.selector), shortened(file_.textAt(method.types))});
+        const std::uint64_t method = address + sizeof(ListHead) + i * sizeof(MethodLayout);
+        (void)pointerAt(method + offsetof(MethodLayout, code)); // null in a protocol
+        methods.push_back({textAt(method + offsetof(MethodLayout, selector)),
+                           shortened(textAt(method + offsetof(MethodLayout, types)))});
     }
     return methods;
 }
@@ -171,11 +202,25 @@ std::vector<ObjcVariable> ObjcMetadata::variablesAt(std::uint64_t address) const
     }
     const auto& head = file_.at<ListHead>(address);
     for (std::uint32_t i = 0; i < head.count; ++i) {
-        const auto& variable =
-            file_.at<VariableLayout>(address + sizeof(ListHead) + i * sizeof(VariableLayout));
-        variables.push_back({file_.textAt(variable.name), shortened(file_.textAt(variable.type))});
+        const std::uint64_t variable = address + sizeof(ListHead) + i * sizeof(VariableLayout);
+        variables.push_back({textAt(variable + offsetof(VariableLayout, name)),
+                             shortened(textAt(variable + offsetof(VariableLayout, type)))});
     }
     return variables;
+}
+
+std::vector<std::uint32_t> ObjcMetadata::offsetsAt(std::uint64_t address) const {
+    std::vector<std::uint32_t> offsets;
+    if (address == 0) {
+        return offsets;
+    }
+    const auto& head = file_.at<ListHead>(address);
+    for (std::uint32_t i = 0; i < head.count; ++i) {
+        const std::uint64_t variable = address + sizeof(ListHead) + i * sizeof(VariableLayout);
+        offsets.push_back(
+            file_.at<std::uint32_t>(pointerAt(variable + offsetof(VariableLayout, offset))));
+    }
+    return offsets;
 }
 
 std::vector<std::string> ObjcMetadata::protocolNamesAt(std::uint64_t address) const {
@@ -185,8 +230,8 @@ std::vector<std::string> ObjcMetadata::protocolNamesAt(std::uint64_t address) co
     }
     const auto count = file_.at<std::uint64_t>(address);
     for (std::uint64_t i = 1; i <= count; ++i) {
-        const auto protocol = file_.at<std::uint64_t>(address + i * sizeof(std::uint64_t));
-        names.push_back(file_.textAt(file_.at<ProtocolLayout>(protocol).name));
+        const std::uint64_t protocol = pointerAt(address + i * sizeof(std::uint64_t));
+        names.push_back(textAt(protocol + offsetof(ProtocolLayout, name)));
     }
     return names;
 }
