@@ -16,6 +16,30 @@ constexpr std::uint32_t kIdleRate = 100;  // ms between idle passes
 constexpr std::uint32_t kIdleRateMin = 4; // ms that a call which comes early waits
 constexpr std::uint32_t kIdleRate2 = 50;  // ms by which a call may come early
 
+// Gives the effect back the editor that it had when the new one's construction fails: the effect
+// deletes its editor at its own end.
+class EditorInConstruction {
+public:
+    EditorInConstruction(AudioEffect& owner, AEffEditor* editor)
+        : owner_(owner), former_(owner.getEditor()) {
+        owner_.setEditor(editor);
+    }
+    ~EditorInConstruction() {
+        if (!complete_) {
+            owner_.setEditor(former_);
+        }
+    }
+    EditorInConstruction(const EditorInConstruction&) = delete;
+    EditorInConstruction& operator=(const EditorInConstruction&) = delete;
+
+    void complete() { complete_ = true; }
+
+private:
+    AudioEffect& owner_;
+    AEffEditor* former_;
+    bool complete_ = false;
+};
+
 } // namespace
 
 CFBundleRef AEffGUIEditor::effectBundle = nullptr;
@@ -23,9 +47,10 @@ VstInt32 AEffGUIEditor::knobMode = 0;
 
 AEffGUIEditor::AEffGUIEditor(AudioEffect* owner)
     : AEffEditor(owner), rect{0, 0, 400, 344}, inIdleStuff(false) {
-    effect->setEditor(this);
+    EditorInConstruction construction(*effect, this);
     lastTicks = getTicks();
     effectBundle = createEffectBundle();
+    construction.complete();
 }
 
 AEffGUIEditor::~AEffGUIEditor() {
