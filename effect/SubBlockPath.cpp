@@ -16,7 +16,12 @@ constexpr VstInt32 kMinSubBlock = 4;
 // itself.
 VstInt32 VstXSynth::processSubBlock(const StereoBlock& block, VstInt32 frames) {
     const DelayFields& live = *this;
-    const std::uint32_t clearings = readLive(lineClearings_);
+    // Over lines that are being cleared sample by sample: what is read of them in advance would be
+    // old echoes that come back.
+    if (readLive(clearing_)) {
+        return 0;
+    }
+    const std::uint32_t clearings = readLive(clearings_);
     forgetMemory();
     const DelayFields fields = live;
 
@@ -79,7 +84,7 @@ VstInt32 VstXSynth::processSubBlock(const StereoBlock& block, VstInt32 frames) {
     if (readLive(delayPosition) == start) { // else somebody has rewound the lines meanwhile
         writeLive(delayPosition, start + subBlock.frames);
     }
-    if (readLive(lineClearings_) != clearings) { // they are to be silent, and here are old echoes
+    if (readLive(clearing_) || readLive(clearings_) != clearings) { // here are old echoes
         std::fill_n(subBlock.lineLeft, subBlock.frames, 0.0f);
         std::fill_n(subBlock.lineRight, subBlock.frames, 0.0f);
     }

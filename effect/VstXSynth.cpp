@@ -36,7 +36,8 @@ VstXSynth::VstXSynth(audioMasterCallback host)
     delayPosition = 0;
     sineIndex = 0;
     sweepPhase = 0.0;
-    lineClearings_ = 0;
+    clearing_ = false;
+    clearings_ = 0;
 
     delayBufferLeft = new float[kDelayCapacity];
     delayBufferRight = new float[kDelayCapacity];
@@ -104,7 +105,9 @@ void VstXSynth::fillSineTable() {
 }
 
 void VstXSynth::clearDelayLines() {
-    writeLive(lineClearings_, lineClearings_ + 1);
+    writeLive(clearing_, true);
+    writeLive(clearings_, clearings_ + 1);
+    forgetMemory(); // the clearing stays between the marks
     constexpr std::size_t kBytes = sizeof(float) * static_cast<std::size_t>(kDelayCapacity);
     if (delayBufferLeft != nullptr) {
         std::memset(delayBufferLeft, 0, kBytes);
@@ -112,4 +115,6 @@ void VstXSynth::clearDelayLines() {
     if (delayBufferRight != nullptr) {
         std::memset(delayBufferRight, 0, kBytes);
     }
+    forgetMemory();
+    writeLive(clearing_, false);
 }

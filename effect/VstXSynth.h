@@ -92,5 +92,8 @@ private:
     void processSample(const StereoBlock& block);
     VstInt32 processSubBlock(const StereoBlock& block, VstInt32 frames);
 
-    std::uint32_t lineClearings_; // how often the lines have been cleared
+    // What a block that meets a clearing of the lines goes by. Two threads that clear at once may
+    // lose a count or lower the flag too early; nothing of that outlasts the clearing.
+    bool clearing_;
+    std::uint32_t clearings_; // how many have been begun
 };
