@@ -291,6 +291,7 @@ const std::vector<ObjcClass>& expectedClasses() {
 
 const std::set<std::string>& helperSelectors() {
     static const std::set<std::string> selectors = {
-        "heightOfEvent:", "knobAt:withImages:", "progress", "sendKnob:at:", "sendSwitch:at:"};
+        "heightOfEvent:", "knobAt:withImages:", "knobOf:",  "progress",
+        "sendKnob:at:",   "sendSwitch:at:",     "switchOf:"};
     return selectors;
 }

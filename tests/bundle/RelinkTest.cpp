@@ -1,15 +1,11 @@
 // The bundle's link step, done again.
 #include "tests/bundle/MacBundle.h"
-#include "tests/host/TemporaryFolder.h"
+#include "tests/support/Process.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <array>
-#include <cstdio>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -19,20 +15,11 @@
 namespace {
 
 std::string outputOf(const std::string& command) {
-    FILE* const pipe = popen(command.c_str(), "r");
-    if (pipe == nullptr) {
-        throw std::runtime_error("can't run " + command);
+    const ProcessResult result = runShell(command);
+    if (result.status != 0) {
+        throw std::runtime_error(command + " failed: " + result.err);
     }
-    std::string output;
-    std::array<char, 4096> part;
-    std::size_t size;
-    while ((size = std::fread(part.data(), 1, part.size(), pipe)) > 0) {
-        output.append(part.data(), size);
-    }
-    if (pclose(pipe) != 0) {
-        throw std::runtime_error(command + " failed");
-    }
-    return output;
+    return result.out;
 }
 
 std::string buildFolder() {
@@ -52,15 +39,10 @@ std::string linkLine(const std::string& output) {
     throw std::runtime_error("the build has no step that links the bundle");
 }
 
-std::string bytesOf(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
 std::string linked(const std::string& before, const std::string& output) {
     const std::string line = linkLine(output);
     outputOf("cd '" + buildFolder() + "' && " + before + " sh -c \"" + line + "\"");
-    return bytesOf(output);
+    return readFile(output);
 }
 
 int firstCore() {
@@ -78,8 +60,7 @@ int firstCore() {
 
 TEST(Relink, GivesTheSameBytesOnOneCoreAndOnAll) {
     const TemporaryFolder folder;
-    const std::string built = bytesOf(macBundle() + "/Contents/MacOS/TvDelay");
-    ASSERT_FALSE(built.empty());
+    const std::string built = readFile(macBundle() + "/Contents/MacOS/TvDelay");
     EXPECT_TRUE(linked("", folder.file("all")) == built);
     EXPECT_TRUE(linked("taskset -c " + std::to_string(firstCore()), folder.file("one")) == built);
 }
