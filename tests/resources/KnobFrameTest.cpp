@@ -1,5 +1,5 @@
 #include "tests/resources/ControlPlaces.h"
-#include "tests/resources/Picture.h"
+#include "tests/support/screen/Picture.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 #include "tests/resources/ControlPlaces.h"
-#include "tests/resources/Picture.h"
+#include "tests/support/screen/Picture.h"
 #include "tests/support/Process.h"
 #include "tests/support/TemporaryFolder.h"
 

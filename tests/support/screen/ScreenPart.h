@@ -1,7 +1,7 @@
 // What a rectangle of the screen shows.
 #pragma once
 
-#include "tests/resources/Picture.h"
+#include "tests/support/screen/Picture.h"
 
 #include <cstddef>
 #include <vector>

@@ -1,4 +1,4 @@
-#include "tests/resources/Picture.h"
+#include "tests/support/screen/Picture.h"
 
 #include <png.h>
 
