@@ -1,8 +1,8 @@
 set_target_properties(TvDelay PROPERTIES
     BUNDLE ON
     BUNDLE_EXTENSION vst
-    LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}
-    MACOSX_BUNDLE_INFO_PLIST ${CMAKE_SOURCE_DIR}/resources/Info.plist.in
+    LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}
+    MACOSX_BUNDLE_INFO_PLIST ${PROJECT_SOURCE_DIR}/resources/Info.plist.in
     MACOSX_BUNDLE_GUI_IDENTIFIER com.tarnvalemusic.TvDelay
     MACOSX_BUNDLE_BUNDLE_NAME TvDelay
     MACOSX_BUNDLE_BUNDLE_VERSION ${PROJECT_VERSION}
@@ -12,7 +12,7 @@ target_link_options(TvDelay PRIVATE
     # The identifier is made of the file and this name, wherever the file is written to.
     -Wl,-final_output,TvDelay)
 if(CMAKE_CROSSCOMPILING)
-    file(GLOB_RECURSE stubs CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/platform/macos/sdk/*.tbd)
+    file(GLOB_RECURSE stubs CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/platform/macos/sdk/*.tbd)
     set_target_properties(TvDelay PROPERTIES LINK_DEPENDS "${stubs}")
 endif()
-tvdelay_bundle_file(${CMAKE_SOURCE_DIR}/resources/PkgInfo .)
+tvdelay_bundle_file(${PROJECT_SOURCE_DIR}/resources/PkgInfo .)
