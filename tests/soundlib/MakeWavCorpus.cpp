@@ -49,7 +49,7 @@ void writeByHand(const std::string& folder) {
 
 int main(int argc, char** argv) {
     if (argc != 2) {
-        std::fprintf(stderr, "wav_corpus: one argument is needed, the folder to write\n");
+        std::fprintf(stderr, "MakeWavCorpus: one argument is needed, the folder to write\n");
         return 2;
     }
     std::filesystem::remove_all(argv[1]);
