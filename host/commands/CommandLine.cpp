@@ -5,6 +5,7 @@
 #include "host/commands/Command.h"
 #include "host/commands/EditCommand.h"
 #include "host/commands/InfoCommand.h"
+#include "host/commands/ListCommand.h"
 #include "host/commands/PlotCommand.h"
 #include "host/commands/RenderCommand.h"
 #include "host/commands/SnapshotCommand.h"
@@ -25,12 +26,21 @@ namespace {
 
 constexpr int kRefused = 2;
 
+std::string commandNames(const CLI::App& app) {
+    const std::vector<const CLI::App*> commands = app.get_subcommands(nullptr);
+    std::string names;
+    for (std::size_t i = 0; i < commands.size(); ++i) {
+        names += (i == 0 ? "" : i + 1 == commands.size() ? " or " : ", ") + commands[i]->get_name();
+    }
+    return names;
+}
+
 // What is wrong when no command was recognised.
 std::string commandMissing(const CLI::App& app) {
     const std::vector<std::string> words = app.remaining();
     return (words.empty() ? "no command is given"
                           : "there is no command \"" + words.front() + "\"") +
-           std::string("; give info, render, plot, edit or snapshot");
+           "; give " + commandNames(app);
 }
 
 int refuse(const std::string& text) {
@@ -53,6 +63,7 @@ int runCommandLine(int argc, const char* const* argv) {
         commands.emplace_back(declared, std::move(command));
     };
     add(std::make_unique<InfoCommand>());
+    add(std::make_unique<ListCommand>());
     add(std::make_unique<RenderCommand>());
     add(std::make_unique<PlotCommand>());
     add(std::make_unique<EditCommand>());

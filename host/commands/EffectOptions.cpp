@@ -5,11 +5,7 @@
 namespace tvhost {
 
 void EffectOptions::declarePlugin(CLI::App& command) {
-    command
-        .add_option("--plugin", plugin,
-                    "VST 2 bundle or .so; without it TvDelay.vst beside tvhost or in VST_PATH, "
-                    "~/.vst, /usr/local/lib/vst, /usr/lib/vst")
-        ->type_name("PLUGIN");
+    command.add_option("--plugin", plugin, kPluginHelp)->type_name("PLUGIN");
 }
 
 CLI::Option* EffectOptions::declareProgram(CLI::App& command) {

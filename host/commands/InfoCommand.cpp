@@ -11,11 +11,7 @@ namespace tvhost {
 
 CLI::App* InfoCommand::declare(CLI::App& app) {
     CLI::App* const command = app.add_subcommand("info", "Print what a plug-in says about itself");
-    command
-        ->add_option("PLUGIN", plugin,
-                     "VST 2 bundle or .so; without it TvDelay.vst beside tvhost or in VST_PATH, "
-                     "~/.vst, /usr/local/lib/vst, /usr/lib/vst")
-        ->type_name("");
+    command->add_option("PLUGIN", plugin, kPluginHelp)->type_name("");
     command->add_flag("--json", json, "Print JSON, with keys that stay from version to version");
     return command;
 }

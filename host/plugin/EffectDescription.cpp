@@ -2,6 +2,7 @@
 
 #include "host/base/NumberText.h"
 #include "host/base/PlainText.h"
+#include "host/base/TextTable.h"
 #include "plugin/vst2/EffectOpcodes.h"
 
 #include <algorithm>
@@ -38,14 +39,6 @@ std::string categoryName(std::int32_t category) {
     return known ? kCategories[category] : "unknown";
 }
 
-std::string fourCharacters(VstInt32 id) {
-    std::string text;
-    for (int shift = 24; shift >= 0; shift -= 8) {
-        text += static_cast<char>(static_cast<std::uint32_t>(id) >> shift & 0xFFu);
-    }
-    return plainText(text);
-}
-
 // The double whose shortest decimal form is that of the float. JSON has no word for what is not
 // finite.
 nlohmann::ordered_json jsonValue(float value) {
@@ -59,48 +52,33 @@ nlohmann::ordered_json jsonValue(float value) {
     return result;
 }
 
-// Rows of cells under each other, every column as wide as its widest cell.
-class Table {
-public:
-    explicit Table(std::vector<bool> rightAligned) : right(std::move(rightAligned)) {}
-
-    void add(std::vector<std::string> cells) { rows.push_back(std::move(cells)); }
-
-    std::string text() const {
-        std::vector<std::size_t> widths(right.size());
-        for (const auto& row : rows) {
-            for (std::size_t c = 0; c < row.size(); ++c) {
-                widths[c] = std::max(widths[c], columnsOf(row[c]));
-            }
-        }
-        std::string result;
-        for (const auto& row : rows) {
-            std::string line;
-            for (std::size_t c = 0; c < row.size(); ++c) {
-                const std::string blanks(widths[c] - columnsOf(row[c]), ' ');
-                line += "  " + (right[c] ? blanks + row[c] : row[c] + blanks);
-            }
-            result += line.substr(0, line.find_last_not_of(' ') + 1) + "\n";
-        }
-        return result;
-    }
-
-private:
-    std::vector<bool> right;
-    std::vector<std::vector<std::string>> rows;
-};
-
 std::string orDash(const std::string& text) {
     return text.empty() ? "-" : text;
 }
 
 } // namespace
 
+std::string uniqueIdText(std::int32_t id) {
+    std::string text;
+    for (int shift = 24; shift >= 0; shift -= 8) {
+        text += static_cast<char>(static_cast<std::uint32_t>(id) >> shift & 0xFFu);
+    }
+    return plainText(text);
+}
+
+std::string kindOf(const EffectInstance& effect) {
+    if ((effect.record().flags & effFlagsIsSynth) != 0 || effect.category() == kPlugCategSynth) {
+        return "instrument";
+    }
+    const std::string category = categoryName(effect.category());
+    return category == "unknown" ? "effect" : category;
+}
+
 nlohmann::ordered_json describe(const EffectInstance& effect) {
     const AEffect& record = effect.record();
     nlohmann::ordered_json json;
     json["file"] = plainText(effect.module().file().string());
-    json["uniqueId"] = fourCharacters(record.uniqueID);
+    json["uniqueId"] = uniqueIdText(record.uniqueID);
     json["uniqueIdNumber"] = record.uniqueID;
     json["effectName"] = effect.effectName();
     json["productName"] = effect.productName();
@@ -144,11 +122,11 @@ std::string describeForReading(const EffectInstance& effect) {
         }
     }
 
-    Table identity({false, false});
+    TextTable identity({false, false});
     identity.add({"product", orDash(effect.productName())});
     identity.add({"vendor", orDash(effect.vendorName())});
     identity.add({"unique ID",
-                  fourCharacters(record.uniqueID) + " (" + std::to_string(record.uniqueID) + ")"});
+                  uniqueIdText(record.uniqueID) + " (" + std::to_string(record.uniqueID) + ")"});
     identity.add({"version", std::to_string(effect.vendorVersion()) + ", record " +
                                  std::to_string(record.version)});
     identity.add({"interface", "VST " + std::to_string(effect.interfaceVersion())});
@@ -162,7 +140,7 @@ std::string describeForReading(const EffectInstance& effect) {
 
     const int parameters = effect.parameterCount();
     text += "\nParameters (" + std::to_string(parameters) + ")\n";
-    Table parameterTable({true, false, true, true, false});
+    TextTable parameterTable({true, false, true, true, false});
     if (parameters > 0) {
         parameterTable.add({"#", "name", "value", "display", "label"});
     }
@@ -176,7 +154,7 @@ std::string describeForReading(const EffectInstance& effect) {
     const std::vector<std::string> names = effect.programNames();
     text += "\nPrograms (" + std::to_string(names.size()) + "), current " +
             std::to_string(effect.currentProgram()) + "\n";
-    Table programTable({true, false});
+    TextTable programTable({true, false});
     for (std::size_t i = 0; i < names.size(); ++i) {
         programTable.add({std::to_string(i), orDash(names[i])});
     }

@@ -4,6 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <cstdint>
 #include <string>
 
 namespace tvhost {
@@ -14,5 +15,12 @@ nlohmann::ordered_json describe(const EffectInstance& effect);
 
 // The same for reading, in aligned columns.
 std::string describeForReading(const EffectInstance& effect);
+
+// A unique ID as the four characters that makers give it.
+std::string uniqueIdText(std::int32_t id);
+
+// What an effect is, in one word: "instrument", else its category, and "effect" where that is
+// unknown.
+std::string kindOf(const EffectInstance& effect);
 
 } // namespace tvhost

@@ -1,7 +1,6 @@
 #include "host/plugin/PluginModule.h"
 
 #include "host/base/PlainText.h"
-#include "host/base/UserError.h"
 
 #include <dlfcn.h>
 
@@ -18,8 +17,8 @@ PluginModule::PluginModule(const std::filesystem::path& file)
     entry = reinterpret_cast<Entry>(dlsym(handle, "VSTPluginMain"));
     if (!entry) {
         dlclose(handle);
-        throw UserError(path.string() +
-                        " is no VST 2 plug-in: it exports no VSTPluginMain; give one that does");
+        throw NoEntry(path.string() +
+                      " is no VST 2 plug-in: it exports no VSTPluginMain; give one that does");
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/base/UserError.h"
 #include "plugin/vst2/AEffect.h"
 
 #include <filesystem>
@@ -9,8 +10,14 @@ namespace tvhost {
 // A loaded plug-in file. It must outlive the effects made from it.
 class PluginModule {
 public:
+    // Thrown for a shared object that is no VST 2 plug-in at all.
+    class NoEntry : public UserError {
+    public:
+        using UserError::UserError;
+    };
+
     // Loads `file` and finds its entry. Throws UserError when it is no shared object that can be
-    // loaded or has no VSTPluginMain.
+    // loaded or has no VSTPluginMain (NoEntry).
     explicit PluginModule(const std::filesystem::path& file);
     ~PluginModule();
     PluginModule(const PluginModule&) = delete;

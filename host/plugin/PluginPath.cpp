@@ -1,9 +1,13 @@
 #include "host/plugin/PluginPath.h"
 
+#include "host/base/ForkedWork.h"
+#include "host/base/PlainText.h"
 #include "host/base/UserError.h"
+#include "host/plugin/PluginFolders.h"
+#include "host/plugin/PluginSurvey.h"
 
-#include <algorithm>
-#include <cstdlib>
+#include <optional>
+#include <vector>
 
 namespace tvhost {
 
@@ -12,68 +16,75 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr const char* kDefaultBundle = "TvDelay.vst";
-constexpr const char* kObjectFolder = "Contents/x86_64-linux";
-
-fs::path objectInBundle(const fs::path& bundle) {
-    std::vector<fs::path> objects;
-    std::error_code error;
-    for (const fs::directory_entry& entry : fs::directory_iterator(bundle / kObjectFolder, error)) {
-        if (entry.path().extension() == ".so") {
-            objects.push_back(entry.path());
-        }
-    }
-    if (objects.empty()) {
-        throw UserError(bundle.string() + " is no plug-in bundle for this system: it holds no " +
-                        kObjectFolder + "/*.so");
-    }
-    std::sort(objects.begin(), objects.end());
-    const auto named = std::find_if(objects.begin(), objects.end(), [&](const fs::path& object) {
-        return object.stem() == bundle.stem();
-    });
-    return named != objects.end() ? *named : objects.front();
-}
 
 fs::path defaultPlugin() {
-    std::string searched;
     for (const fs::path& folder : pluginFolders()) {
         const fs::path bundle = folder / kDefaultBundle;
         std::error_code error;
         if (fs::is_directory(bundle, error)) {
             return objectInBundle(bundle);
         }
-        searched += (searched.empty() ? "" : ", ") + folder.string();
     }
     throw UserError(std::string("no plug-in is given and there is no ") + kDefaultBundle + " in " +
-                    searched + "; give the path of a bundle or .so");
+                    pluginFolderNames() + "; give the path of a bundle or .so");
+}
+
+// The bundle that holds `object`, or `object` itself.
+fs::path bundleOf(const fs::path& object) {
+    for (fs::path folder = object.parent_path(); folder.has_relative_path();
+         folder = folder.parent_path()) {
+        if (folder.extension() == ".vst") {
+            return folder;
+        }
+    }
+    return object;
+}
+
+bool isCalled(const fs::path& file, const std::string& name) {
+    for (const fs::path& path : {file, bundleOf(file)}) {
+        if (equalWithoutCase(path.filename().string(), name) ||
+            equalWithoutCase(path.stem().string(), name)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+std::optional<fs::path> pluginThatSaysItIs(const std::string& name,
+                                           const std::vector<fs::path>& files) {
+    const std::string wanted = plainText(name);
+    std::optional<SurveyedPlugin> found;
+    for (const SurveyedPlugin& plugin : surveyPlugins(files, usualJobs(), kUsualAnswerTime)) {
+        if (!plugin.isPlugin || !plugin.fault.empty() || !equalWithoutCase(plugin.name, wanted)) {
+            continue;
+        }
+        if (found && found->uniqueId != plugin.uniqueId) {
+            throw UserError("several plug-ins call themselves \"" + name +
+                            "\": " + found->file.string() + " and " + plugin.file.string() +
+                            "; give the path of one");
+        }
+        if (!found) {
+            found = plugin;
+        }
+    }
+    return found ? std::optional(found->file) : std::nullopt;
+}
+
+fs::path pluginNamed(const std::string& name) {
+    const std::vector<fs::path> files = pluginFiles();
+    for (const fs::path& file : files) {
+        if (isCalled(file, name)) {
+            return file;
+        }
+    }
+    if (const auto file = pluginThatSaysItIs(name, files)) {
+        return *file;
+    }
+    throw UserError("there is no plug-in " + name + " here or in " + pluginFolderNames() +
+                    "; give the path of a bundle or .so, or a name that 'tvhost list' shows");
 }
 
 } // namespace
-
-std::vector<fs::path> pluginFolders() {
-    std::vector<fs::path> folders;
-    std::error_code error;
-    const fs::path program = fs::read_symlink("/proc/self/exe", error);
-    if (!error) {
-        folders.push_back(program.parent_path());
-    }
-    if (const char* list = std::getenv("VST_PATH")) {
-        std::string rest = list;
-        while (!rest.empty()) {
-            const std::size_t colon = std::min(rest.find(':'), rest.size());
-            if (colon > 0) {
-                folders.emplace_back(rest.substr(0, colon));
-            }
-            rest.erase(0, colon + 1);
-        }
-    }
-    const char* home = std::getenv("HOME");
-    if (home && *home) {
-        folders.push_back(fs::path(home) / ".vst");
-    }
-    folders.emplace_back("/usr/local/lib/vst");
-    folders.emplace_back("/usr/lib/vst");
-    return folders;
-}
 
 fs::path pluginPath(const std::string& given) {
     if (given.empty()) {
@@ -87,6 +98,9 @@ fs::path pluginPath(const std::string& given) {
     }
     const fs::file_status status = fs::status(path, error);
     if (!fs::exists(status)) {
+        if (given.find('/') == std::string::npos) {
+            return fs::absolute(pluginNamed(given), error);
+        }
         throw UserError("there is no plug-in " + given + "; give the path of a bundle or .so");
     }
     if (fs::is_directory(status)) {

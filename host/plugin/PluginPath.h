@@ -1,18 +1,22 @@
+// Which file a plug-in is loaded from.
 #pragma once
 
 #include <filesystem>
 #include <string>
-#include <vector>
 
 namespace tvhost {
 
 // The shared object to load for `given`: a file as it stands, a bundle folder resolved to the
-// object in its Contents/x86_64-linux, and for an empty text the default plug-in. Throws UserError
-// when there is none.
+// object in its Contents/x86_64-linux, and for an empty text the default plug-in. A text without a
+// slash that is no file is a name, without regard to case: of a file or bundle in pluginFolders(),
+// the first of them, else what a plug-in there calls itself, which asks them all, so only in a
+// process with one thread. Throws UserError when there is none, or several that differ.
 std::filesystem::path pluginPath(const std::string& given);
 
-// Folders searched for the default plug-in, in this order: that of this program, those of VST_PATH
-// and the usual ones of the user and the system.
-std::vector<std::filesystem::path> pluginFolders();
+// What --help says about it.
+constexpr const char* kPluginHelp =
+    "VST 2 bundle or .so, or the name of one that 'tvhost list' finds; without it TvDelay.vst "
+    "beside tvhost or in the folders of VST_PATH, LXVST_PATH, ~/.vst, ~/.lxvst, and vst and lxvst "
+    "in /usr/local/lib and /usr/lib";
 
 } // namespace tvhost

@@ -177,6 +177,12 @@ const std::vector<Row> kRows = {
      "answered null",
      "VST 2.4"},
 
+    {"ListOfNoFolder", {"list", "{dir}/none"}, "no folder {dir}/none", "give one"},
+    {"ListOfNoJobs", {"list", "{dir}", "--jobs", "0"}, "--jobs 0", "from 1 to 256"},
+    {"ListOfHalfAJob", {"list", "{dir}", "--jobs", "0.5"}, "--jobs 0.5", "from 1 to 256"},
+    {"ListWithoutTime", {"list", "{dir}", "--time-limit", "0"}, "--time-limit 0", "above 0"},
+    {"ListUntilSoon", {"list", "{dir}", "--time-limit", "soon"}, "soon", "number of seconds"},
+
     // The display.
     {"EditWithoutADisplay",
      {"edit", "--plugin", "{Painter}"},
@@ -250,8 +256,11 @@ const std::vector<Row> kRows = {
     render("TailIsNoNumber", {"--tail", "nan"}, "--tail nan", "from 0 to 3600"),
 
     // The command line itself.
-    {"NoCommand", {}, "no command is given", "give info, render, plot, edit or snapshot"},
-    {"NoSuchCommand", {"play"}, "no command \"play\"", "give info, render, plot, edit or snapshot"},
+    {"NoCommand", {}, "no command is given", "give info, list, render, plot, edit or snapshot"},
+    {"NoSuchCommand",
+     {"dance"},
+     "no command \"dance\"",
+     "give info, list, render, plot, edit or snapshot"},
     {"OptionBeforeTheCommand", {"--loud", "info"}, "--loud", "tvhost info --help"},
     {"NoSuchOption", {"info", "{Gain}", "--loud"}, "--loud", "tvhost info --help"},
     {"NoInput", {"render"}, "IN", "tvhost render --help"},
@@ -349,13 +358,11 @@ TEST(Refusal, OfAFullDiskLeavesNothing) {
 }
 
 TEST(Help, GoesToStandardOutputWithStatusZero) {
-    const std::vector<std::vector<std::string>> calls = {{"--help"},
-                                                         {"-h"},
-                                                         {"info", "--help"},
-                                                         {"render", "--help"},
-                                                         {"plot", "--help"},
-                                                         {"edit", "--help"},
-                                                         {"snapshot", "--help"}};
+    const std::vector<std::vector<std::string>> calls = {
+        {"--help"},           {"-h"},
+        {"info", "--help"},   {"list", "--help"},
+        {"render", "--help"}, {"plot", "--help"},
+        {"edit", "--help"},   {"snapshot", "--help"}};
     for (const auto& call : calls) {
         const ProcessResult result = runTvhost(call);
         EXPECT_EQ(result.status, 0);

@@ -1,6 +1,7 @@
 #include "host/plugin/PluginPath.h"
 
 #include "host/base/UserError.h"
+#include "host/plugin/PluginFolders.h"
 #include "host/plugin/PluginModule.h"
 #include "tests/host/TestPlugin.h"
 #include "tests/host/Tvhost.h"
@@ -62,17 +63,23 @@ TEST(PluginPath, RefusesWhatIsMissingOrEmpty) {
     EXPECT_THROW(pluginPath(folder.file("Mac.vst")), UserError);
 }
 
-TEST(PluginPath, SearchesBesideTheProgramThenVstPathThenTheUsualFolders) {
+TEST(PluginPath, SearchesBesideTheProgramThenInTheListedThenTheUsualFolders) {
     setenv("VST_PATH", "/first::/second", 1);
+    setenv("LXVST_PATH", "/third", 1);
     setenv("HOME", "/the/home", 1);
     const std::vector<fs::path> folders = pluginFolders();
     unsetenv("VST_PATH");
+    unsetenv("LXVST_PATH");
     const std::vector<fs::path> expected = {fs::read_symlink("/proc/self/exe").parent_path(),
                                             "/first",
                                             "/second",
+                                            "/third",
                                             "/the/home/.vst",
+                                            "/the/home/.lxvst",
                                             "/usr/local/lib/vst",
-                                            "/usr/lib/vst"};
+                                            "/usr/local/lib/lxvst",
+                                            "/usr/lib/vst",
+                                            "/usr/lib/lxvst"};
     EXPECT_EQ(folders, expected);
 }
 
@@ -128,6 +135,66 @@ TEST_F(DefaultPlugin, IsMissedInOneLineThatNamesTheFoldersSearched) {
     ASSERT_EQ(result.errorLines().size(), 1u) << result.err;
     EXPECT_THAT(result.err, HasSubstr("TvDelay.vst"));
     EXPECT_THAT(result.err, HasSubstr(folder.file("nowhere")));
+}
+
+class NamedPlugin : public DefaultPlugin {
+protected:
+    fs::path add(const std::string& plugin, const std::string& to) const {
+        const fs::path file = folder.path() / to;
+        fs::create_directories(file.parent_path());
+        fs::copy_file(testPlugin(plugin), file);
+        return file;
+    }
+    ProcessResult info(const std::string& name) const {
+        Process::Options options;
+        options.environment = {"DISPLAY", "HOME=/nonexistent", "LXVST_PATH",
+                               "VST_PATH=" + folder.file("one") + ":" + folder.file("two")};
+        return runProcess(program(), {"info", name}, options);
+    }
+    void expectFound(const std::string& name, const fs::path& file) const {
+        SCOPED_TRACE(name);
+        const ProcessResult result = info(name);
+        EXPECT_EQ(result.status, 0) << result.err;
+        EXPECT_THAT(result.out, HasSubstr(file.string() + "\n"));
+    }
+};
+
+TEST_F(NamedPlugin, IsTheFirstFileOrBundleOfThatNameWithoutCase) {
+    const fs::path first = add("Mono", "one/sub/Quiet Thing.so");
+    add("Gain", "two/Quiet Thing.so");
+    const fs::path object = makeBundle(folder.path() / "two/Bundled.vst", "Mono", "inner");
+    expectFound("quiet thing", first);
+    expectFound("Quiet Thing.so", first);
+    expectFound("BUNDLED", object);
+    expectFound("Bundled.vst", object);
+    expectFound("inner", object);
+}
+
+TEST_F(NamedPlugin, IsElseWhatCallsItselfSo) {
+    add("Unborn", "one/Crash.so");
+    const fs::path gain = add("Gain", "two/libunlike.so");
+    expectFound("gain", gain);
+}
+
+TEST_F(NamedPlugin, MayLieTwiceButMustNotStandForTwo) {
+    const fs::path first = add("Gain", "one/a.so");
+    add("Gain", "two/b.so");
+    expectFound("Gain", first);
+    add("OtherGain", "two/c.so");
+    const ProcessResult result = info("Gain");
+    EXPECT_EQ(result.status, 2);
+    ASSERT_EQ(result.errorLines().size(), 1u) << result.err;
+    EXPECT_THAT(result.err, HasSubstr("one/a.so and "));
+    EXPECT_THAT(result.err, HasSubstr("two/c.so"));
+}
+
+TEST_F(NamedPlugin, IsMissedInOneLineThatNamesTheFoldersSearched) {
+    const ProcessResult result = info("Nothing of the Kind");
+    EXPECT_EQ(result.status, 2);
+    ASSERT_EQ(result.errorLines().size(), 1u) << result.err;
+    EXPECT_THAT(result.err, HasSubstr("no plug-in Nothing of the Kind"));
+    EXPECT_THAT(result.err, HasSubstr(folder.file("two")));
+    EXPECT_THAT(result.err, HasSubstr("tvhost list"));
 }
 
 TEST(PluginModule, RefusesWhatCannotBeLoaded) {
