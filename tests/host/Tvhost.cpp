@@ -2,7 +2,7 @@
 
 Process startTvhost(const std::vector<std::string>& arguments, const Process::Options& options) {
     Process::Options whole = options;
-    whole.environment = {"VST_PATH", "DISPLAY", "HOME=/nonexistent",
+    whole.environment = {"VST_PATH", "LXVST_PATH", "DISPLAY", "HOME=/nonexistent",
                          // What is settled to be kept to the end of the process is no fault.
                          "LSAN_OPTIONS=suppressions=" TVHOST_LEAK_SUPPRESSIONS
                          ":print_suppressions=0"};

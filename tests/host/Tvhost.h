@@ -6,7 +6,8 @@
 #include <string>
 #include <vector>
 
-// There is no VST_PATH and no display, and HOME leads nowhere, unless `options` says otherwise.
+// There is no VST_PATH, no LXVST_PATH and no display, and HOME leads nowhere, unless `options` says
+// otherwise.
 Process startTvhost(const std::vector<std::string>& arguments,
                     const Process::Options& options = {});
 
