@@ -85,13 +85,14 @@ void tveditor13::openInside(void* host) {
 }
 
 void tveditor13::close() {
-    @autoreleasepool {
-        if (editorOpen && detachedWindow != nil) {
+    // An editor that was never opened sends no message: the first one of a process changes it.
+    if (editorOpen && detachedWindow != nil) {
+        @autoreleasepool {
             [detachedWindow close];
         }
-        editorOpen = false;
-        editorClosed(this);
     }
+    editorOpen = false;
+    editorClosed(this);
 }
 
 void tveditor13::setParameter(VstInt32 index, float value) {

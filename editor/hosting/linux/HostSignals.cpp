@@ -5,15 +5,20 @@ HostSignals::HostSignals() {
     sigemptyset(&ending);
     sigaddset(&ending, SIGINT);
     sigaddset(&ending, SIGTERM);
-    pthread_sigmask(SIG_BLOCK, &ending, &mask);
+    pthread_sigmask(SIG_BLOCK, &ending, &mask_);
     for (int signal = 1; signal < NSIG; ++signal) {
-        sigaction(signal, nullptr, &actions[static_cast<std::size_t>(signal)]);
+        sigaction(signal, nullptr, &actions_[static_cast<std::size_t>(signal)]);
     }
 }
 
 HostSignals::~HostSignals() {
     for (int signal = 1; signal < NSIG; ++signal) {
-        sigaction(signal, &actions[static_cast<std::size_t>(signal)], nullptr);
+        const struct sigaction& ofHost = actions_[static_cast<std::size_t>(signal)];
+        struct sigaction now{};
+        sigaction(signal, nullptr, &now);
+        if (now.sa_handler != ofHost.sa_handler) {
+            sigaction(signal, &ofHost, nullptr);
+        }
     }
-    pthread_sigmask(SIG_SETMASK, &mask, nullptr);
+    pthread_sigmask(SIG_SETMASK, &mask_, nullptr);
 }
