@@ -1,3 +1,4 @@
+// Keeps a host's signal handlers from what Foundation and AppKit make of them.
 #pragma once
 
 #include <csignal>
@@ -16,6 +17,6 @@ public:
     HostSignals& operator=(const HostSignals&) = delete;
 
 private:
-    std::array<struct sigaction, NSIG> actions;
-    sigset_t mask;
+    std::array<struct sigaction, NSIG> actions_;
+    sigset_t mask_;
 };

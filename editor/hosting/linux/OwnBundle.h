@@ -1,3 +1,4 @@
+// The bundle that this code was loaded from, as NSBundle knows it.
 #pragma once
 
 #import <Foundation/Foundation.h>

@@ -1,3 +1,4 @@
+// Starts AppKit in a host that has none of its own.
 #pragma once
 
 #import <Foundation/Foundation.h>

@@ -1,3 +1,4 @@
+// The class of this code's bundle.
 #pragma once
 
 #import <Foundation/Foundation.h>

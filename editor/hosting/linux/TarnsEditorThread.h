@@ -1,3 +1,4 @@
+// The thread that the editors live on.
 #pragma once
 
 #import <Foundation/Foundation.h>

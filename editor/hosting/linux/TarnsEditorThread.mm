@@ -9,7 +9,7 @@
 #include <cstdint>
 
 // Which thread AppKit's views may be used on; it is the one that started AppKit otherwise.
-extern "C" NSThread* GSAppKitThread;
+extern "C" NSThread* GSAppKitThread; // NOLINT(readability-identifier-naming): AppKit's
 extern "C" NSThread* GSCurrentThread();
 
 namespace {

@@ -1,3 +1,4 @@
+// The class of the bundle's pictures.
 #pragma once
 
 #import <AppKit/AppKit.h>

@@ -1,3 +1,4 @@
+// The window that an editor has inside an X11 window of the host.
 #pragma once
 
 #import <AppKit/AppKit.h>

@@ -1,3 +1,4 @@
+// Tells handles of the X server from objects.
 #pragma once
 
 #include <cstdint>
