@@ -1,5 +1,6 @@
 // The built plug-in's editor under what Linux hosts do to it. Nothing here is linked with anything
 // of the plug-in.
+#include "tests/editor/BundleCopy.h"
 #include "tests/support/LoadedPlugin.h"
 #include "tests/support/screen/HostedEditor.h"
 #include "tests/support/screen/SlapBack.h"
@@ -17,7 +18,6 @@
 #include <fstream>
 #include <functional>
 #include <memory>
-#include <stdexcept>
 #include <thread>
 #include <vector>
 
@@ -66,35 +66,6 @@ int openSockets() {
     }
     return count;
 }
-
-// The plug-in's bundle once more, in a folder of its own for the object's lifetime.
-class BundleCopy {
-public:
-    BundleCopy() {
-        std::string pattern =
-            (std::filesystem::temp_directory_path() / "tvdelay-copy-XXXXXX").string();
-        if (mkdtemp(pattern.data()) == nullptr) {
-            throw std::runtime_error("no folder for a copy of the bundle");
-        }
-        folder_ = pattern;
-        std::filesystem::copy(original(), bundle(), std::filesystem::copy_options::recursive);
-    }
-    ~BundleCopy() { std::filesystem::remove_all(folder_); }
-    BundleCopy(const BundleCopy&) = delete;
-    BundleCopy& operator=(const BundleCopy&) = delete;
-
-    std::filesystem::path bundle() const { return folder_ / original().filename(); }
-    std::string code() const {
-        return (bundle() / std::filesystem::relative(TVDELAY_PLUGIN_PATH, original())).string();
-    }
-
-private:
-    static std::filesystem::path original() {
-        return std::filesystem::path(TVDELAY_PLUGIN_PATH).parent_path().parent_path().parent_path();
-    }
-
-    std::filesystem::path folder_;
-};
 
 // Opens an editor on `handle` and does with it what hosts do; to be found alive afterwards.
 void useEditorOn(Effect& effect, void* handle) {

@@ -3,6 +3,11 @@
 
 #import <Foundation/Foundation.h>
 
-// This code's bundle. It carries no property list; its identifier is the one of the macOS bundle.
+// It carries no property list; its identifier is the one of the macOS bundle.
 @interface TarnsBundle : NSBundle
+
+// `folder` is the absolute path of what holds the Resources, in the bytes of the file system, which
+// need not be text. nil when there is no such folder.
+- (id)initWithFolder:(const char*)folder;
+
 @end
