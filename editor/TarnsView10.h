@@ -4,6 +4,7 @@
 #import <AudioUnit/AUCocoaUIView.h>
 
 // What an Audio Unit host asks for a view, by the class's name. The user-interface thread.
+// On Linux editor/hosting/linux/EditorViewPatches.mm changes some of it.
 @interface TarnsView10 : NSObject <AUCocoaUIBase> {
     IBOutlet id tarnsUiView13; // set while the nib is loaded
 }

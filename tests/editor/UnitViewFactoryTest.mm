@@ -1,6 +1,7 @@
 // The Audio Unit view factory: with the nib, and without. This program answers the alert itself.
 #import "editor/TarnsView10.h"
 #include "tests/editor/ViewTest.h"
+#include "tests/support/screen/XServer.h"
 
 #include "platform/linux/CFString.h"
 #include <CoreFoundation/CFString.h>
@@ -53,6 +54,19 @@ SInt32 CFUserNotificationDisplayAlert(CFTimeInterval timeout, CFOptionFlags flag
         {timeout, flags, bare, alertHeader->utf8, alertMessage->utf8, defaultButtonTitle->utf8});
     *responseFlags = kCFUserNotificationDefaultResponse;
     return 0;
+}
+
+// Ahead of the others: nothing of the editor has been asked for anything in this process.
+TEST(UnitViewFactoryAtFirst, FindsTheNibOfItsOwnBundle) {
+    sharedXServer();
+    @autoreleasepool {
+        [NSApplication sharedApplication];
+        alerts.clear();
+        TarnsView10* const factory = [[[objc_getClass("TarnsView10") alloc] init] autorelease];
+        NSView* const view = [factory uiViewForAudioUnit:unitAt(0x1234) withSize:NSZeroSize];
+        EXPECT_TRUE([view isMemberOfClass:[UnitView class]]);
+        EXPECT_TRUE(alerts.empty());
+    }
 }
 
 class UnitViewFactory : public ViewTest {

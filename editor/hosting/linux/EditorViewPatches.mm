@@ -3,6 +3,8 @@
 #import "editor/ControlPoint13.h"
 #import "editor/TarnsCustomImageView13.h"
 #import "editor/TarnsUiView13.h"
+#import "editor/TarnsView10.h"
+#include "editor/hosting/linux/OwnBundle.h"
 #import "editor/hosting/linux/TarnsEditorThread.h"
 
 #include <objc/runtime.h>
@@ -45,6 +47,11 @@ void drawKnob(id self, SEL selector, NSRect dirtyRect) {
 
 @implementation TarnsUiView13 (LinuxHosts)
 
+// These two ask NSBundle for the bundle of their class, which has to know it by then.
++ (void)initialize {
+    registerOwnBundle();
+}
+
 - (void)setNeedsDisplay:(BOOL)needed {
     requestPainting([&] { [super setNeedsDisplay:needed]; });
 }
@@ -57,6 +64,14 @@ void drawKnob(id self, SEL selector, NSRect dirtyRect) {
 // idle call would not come back before. A button of ours acts at the press.
 - (BOOL)isEnabled {
     return NO;
+}
+
+@end
+
+@implementation TarnsView10 (LinuxHosts)
+
++ (void)initialize {
+    registerOwnBundle();
 }
 
 @end

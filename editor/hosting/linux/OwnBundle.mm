@@ -2,7 +2,6 @@
 
 #include "editor/BundlePath.h"
 #import "editor/hosting/linux/TarnsBundle.h"
-#import "editor/hosting/linux/TarnsX11HostWindow.h"
 
 #include <dlfcn.h>
 #include <objc/runtime.h>
@@ -83,7 +82,7 @@ void registerOwnBundle() {
     }
     @autoreleasepool {
         // Not this function's file: another copy of this code may have brought the classes.
-        const auto* const code = reinterpret_cast<const void*>([TarnsX11HostWindow class]);
+        const auto* const code = reinterpret_cast<const void*>(objc_getClass("TarnsX11HostWindow"));
         ownBundle = bundleAround(code);
         if (ownBundle != nil && ownBundle->_bundleClasses == nil) {
             // NSBundle knows the classes of what it has loaded itself; this was loaded by a host.
