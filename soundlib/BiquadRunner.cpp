@@ -12,15 +12,15 @@ namespace {
 
 // A decaying state would end in denormal numbers, some of them for ever, which take processors
 // many times as long. Both state values below this are far below what a float output can show.
-constexpr double inaudible = 1e-100;
-constexpr std::int64_t framesBetweenChecks = 64;
+constexpr double kInaudible = 1e-100;
+constexpr std::int64_t kFramesBetweenChecks = 64;
 
 std::int32_t framesToCheck(std::int64_t start, std::int32_t sampleFrames) {
-    return static_cast<std::int32_t>(std::min(framesBetweenChecks, sampleFrames - start));
+    return static_cast<std::int32_t>(std::min(kFramesBetweenChecks, sampleFrames - start));
 }
 
 void clearIfInaudible(double& state1, double& state2) {
-    if (std::fabs(state1) < inaudible && std::fabs(state2) < inaudible) {
+    if (std::fabs(state1) < kInaudible && std::fabs(state2) < kInaudible) {
         state1 = 0.0;
         state2 = 0.0;
     }
@@ -34,8 +34,8 @@ double highLane(__m128d lanes) {
     return _mm_cvtsd_f64(_mm_unpackhi_pd(lanes, lanes));
 }
 
-void runStretch(BiquadDesigner* filter, const float* input, float* output,
-                std::int32_t sampleFrames) {
+void runSlice(BiquadDesigner* filter, const float* input, float* output,
+              std::int32_t sampleFrames) {
     BiquadDesigner running = *filter; // `output` can't alias it, so it stays in registers
     for (std::int32_t frame = 0; frame < sampleFrames; ++frame) {
         output[frame] = static_cast<float>(tickBiquad(&running, static_cast<double>(input[frame])));
@@ -44,9 +44,9 @@ void runStretch(BiquadDesigner* filter, const float* input, float* output,
     filter->state2 = running.state2;
 }
 
-void runStretchOfPair(BiquadDesigner* left, BiquadDesigner* right, const float* inputLeft,
-                      const float* inputRight, float* outputLeft, float* outputRight,
-                      std::int32_t sampleFrames) {
+void runSliceOfPair(BiquadDesigner* left, BiquadDesigner* right, const float* inputLeft,
+                    const float* inputRight, float* outputLeft, float* outputRight,
+                    std::int32_t sampleFrames) {
     const auto pair = [&](double BiquadDesigner::* field) {
         return _mm_set_pd(right->*field, left->*field);
     };
@@ -83,17 +83,17 @@ double tickBiquad(BiquadDesigner* filter, double input) {
 
 void runBiquad(BiquadDesigner* filter, const float* input, float* output,
                std::int32_t sampleFrames) {
-    for (std::int64_t start = 0; start < sampleFrames; start += framesBetweenChecks) {
-        runStretch(filter, input + start, output + start, framesToCheck(start, sampleFrames));
+    for (std::int64_t start = 0; start < sampleFrames; start += kFramesBetweenChecks) {
+        runSlice(filter, input + start, output + start, framesToCheck(start, sampleFrames));
         clearIfInaudible(filter->state1, filter->state2);
     }
 }
 
 void runBiquadPair(BiquadDesigner* left, BiquadDesigner* right, const float* const* inputs,
                    float* const* outputs, std::int32_t sampleFrames) {
-    for (std::int64_t start = 0; start < sampleFrames; start += framesBetweenChecks) {
-        runStretchOfPair(left, right, inputs[0] + start, inputs[1] + start, outputs[0] + start,
-                         outputs[1] + start, framesToCheck(start, sampleFrames));
+    for (std::int64_t start = 0; start < sampleFrames; start += kFramesBetweenChecks) {
+        runSliceOfPair(left, right, inputs[0] + start, inputs[1] + start, outputs[0] + start,
+                       outputs[1] + start, framesToCheck(start, sampleFrames));
         clearIfInaudible(left->state1, left->state2);
         clearIfInaudible(right->state1, right->state2);
     }

@@ -3,14 +3,14 @@
 #include <cmath>
 #include <emmintrin.h>
 
-#include "soundlib/SharedField.h"
+#include "soundlib/LiveField.h"
 
 namespace {
 
-constexpr double twoOverRate = 4.5351473922902495e-05; // 2 / 44100
-constexpr double longestDelay = 441.0;                 // samples
-constexpr double ringSize = 8192.0;
-constexpr std::uint32_t ringMask = 0x1fff;
+constexpr double kTwoOverRate = 4.5351473922902495e-05; // 2 / 44100
+constexpr double kLongestDelay = 441.0;                 // samples
+constexpr double kRingSize = 8192.0;
+constexpr std::uint32_t kRingMask = 0x1fff;
 
 // A NaN comes out as the limit.
 double atMost(double value, double limit) {
@@ -99,34 +99,34 @@ private:
 
 // From 0, rising.
 void startLfo(ChorusUnit* unit, double step) {
-    writeThrough(unit->lfoStep, step);
-    writeThrough(unit->lfoValue, 0.0);
-    writeThrough(unit->lfoLimit, unit->lfoDepth);
+    writeLive(unit->lfoStep, step);
+    writeLive(unit->lfoValue, 0.0);
+    writeLive(unit->lfoLimit, unit->lfoDepth);
 }
 
 void advanceLfo(ChorusUnit* unit) {
-    const double step = readFresh(unit->lfoStep);
+    const double step = readLive(unit->lfoStep);
     if (step == 0.0) {
         return;
     }
-    const double value = readFresh(unit->lfoValue) + step;
-    writeThrough(unit->lfoValue, value);
+    const double value = readLive(unit->lfoValue) + step;
+    writeLive(unit->lfoValue, value);
     if (value <= 0.0) {
-        writeThrough(unit->lfoValue, 0.0);
-        writeThrough(unit->lfoStep, -step);
-    } else if (value >= readFresh(unit->lfoLimit)) {
-        writeThrough(unit->lfoStep, -step);
+        writeLive(unit->lfoValue, 0.0);
+        writeLive(unit->lfoStep, -step);
+    } else if (value >= readLive(unit->lfoLimit)) {
+        writeLive(unit->lfoStep, -step);
     }
 }
 
 double interpolate(const double* line, std::uint32_t index, double fraction) {
-    return line[(index + 1) & ringMask] * fraction + line[index & ringMask] * (1.0 - fraction);
+    return line[(index + 1) & kRingMask] * fraction + line[index & kRingMask] * (1.0 - fraction);
 }
 
 template <class Smoothers>
 void processBlock(ChorusUnit* unit, float** inputs, float** outputs, std::int32_t sampleFrames,
                   Smoothers smoothers) {
-    const bool monoInput = readFresh(unit->monoInput);
+    const bool monoInput = readLive(unit->monoInput);
     const float* inputLeft = inputs[0];
     const float* inputRight = inputs[1];
     float* outputLeft = outputs[0];
@@ -144,20 +144,20 @@ void processBlock(ChorusUnit* unit, float** inputs, float** outputs, std::int32_
             left = right = (right + left) * 0.5f;
         }
 
-        const double fb = readFresh(unit->feedbackScale) * readFresh(unit->feedback);
+        const double fb = readLive(unit->feedbackScale) * readLive(unit->feedback);
         lineLeft[writeIndex] = lastLeft * fb + static_cast<double>(left);
         lineRight[writeIndex] = lastRight * fb + static_cast<double>(right);
-        writeIndex = (writeIndex + 1) & static_cast<std::int32_t>(ringMask);
+        writeIndex = (writeIndex + 1) & static_cast<std::int32_t>(kRingMask);
 
         double d;
         double w;
-        smoothers.tick(static_cast<double>(readFresh(unit->delayValue)),
-                       static_cast<double>(readFresh(unit->wetValue)), d, w);
+        smoothers.tick(static_cast<double>(readLive(unit->delayValue)),
+                       static_cast<double>(readLive(unit->wetValue)), d, w);
 
         double position =
-            (static_cast<double>(writeIndex - 1) + d * -longestDelay) - readFresh(unit->lfoValue);
+            (static_cast<double>(writeIndex - 1) + d * -kLongestDelay) - readLive(unit->lfoValue);
         if (position < 0.0) {
-            position += ringSize;
+            position += kRingSize;
         }
         const std::int32_t whole = truncateToInt32(position);
         const double fraction = position - static_cast<double>(whole);
@@ -167,10 +167,10 @@ void processBlock(ChorusUnit* unit, float** inputs, float** outputs, std::int32_
         unit->lastLeft = lastLeft;
         unit->lastRight = lastRight;
 
-        const double outLeft = readFresh(unit->dryGainLeft) * static_cast<double>(left) +
-                               readFresh(unit->wetGainLeft) * (w * lastLeft);
-        const double outRight = readFresh(unit->dryGainRight) * static_cast<double>(right) +
-                                readFresh(unit->wetGainRight) * (w * lastRight);
+        const double outLeft = readLive(unit->dryGainLeft) * static_cast<double>(left) +
+                               readLive(unit->wetGainLeft) * (w * lastLeft);
+        const double outRight = readLive(unit->dryGainRight) * static_cast<double>(right) +
+                                readLive(unit->wetGainRight) * (w * lastRight);
         outputLeft[frame] = static_cast<float>(limitOutput(outLeft));
         outputRight[frame] = static_cast<float>(limitOutput(outRight));
 
@@ -186,37 +186,37 @@ void processBlock(ChorusUnit* unit, float** inputs, float** outputs, std::int32_
 void ChorusUnit::setRate(float value) {
     rateValue = value;
     lfoRate = std::pow(10.0, static_cast<double>(value)) * 1.0555599927902222 + -1.005559992045164;
-    startLfo(this, lfoRate * twoOverRate * lfoDepth);
+    startLfo(this, lfoRate * kTwoOverRate * lfoDepth);
 }
 
 void ChorusUnit::setDepth(float value) {
     depthValue = value;
     const double wide = static_cast<double>(value);
-    lfoDepth = wide > 0.05 ? wide * longestDelay : 0.0;
-    startLfo(this, lfoDepth * twoOverRate * lfoRate);
+    lfoDepth = wide > 0.05 ? wide * kLongestDelay : 0.0;
+    startLfo(this, lfoDepth * kTwoOverRate * lfoRate);
 }
 
 void ChorusUnit::setDelay(float value) {
-    writeThrough(delayValue, value);
+    writeLive(delayValue, value);
 }
 
 void ChorusUnit::setFeedback(float value) {
     feedbackValue = value;
-    writeThrough(feedback, static_cast<double>(value));
+    writeLive(feedback, static_cast<double>(value));
 }
 
 void ChorusUnit::setWet(float value) {
-    writeThrough(wetValue, value);
+    writeLive(wetValue, value);
 }
 
 void ChorusUnit::setMode(float value) {
     modeValue = value;
-    writeThrough(monoInput, false);
-    writeThrough(wetGainLeft, 1.0);
-    writeThrough(dryGainLeft, 1.0);
-    writeThrough(wetGainRight, 1.0);
-    writeThrough(dryGainRight, 1.0);
-    writeThrough(feedbackScale, 1.0);
+    writeLive(monoInput, false);
+    writeLive(wetGainLeft, 1.0);
+    writeLive(dryGainLeft, 1.0);
+    writeLive(wetGainRight, 1.0);
+    writeLive(dryGainRight, 1.0);
+    writeLive(feedbackScale, 1.0);
 }
 
 void process(ChorusUnit* unit, float** inputs, float** outputs, std::int32_t sampleFrames) {
@@ -232,7 +232,7 @@ void process(ChorusUnit* unit, float** inputs, float** outputs, std::int32_t sam
 }
 
 void restartLfo(ChorusUnit* unit) {
-    startLfo(unit, twoOverRate * unit->lfoDepth * unit->lfoRate);
+    startLfo(unit, kTwoOverRate * unit->lfoDepth * unit->lfoRate);
 }
 
 double clampSample(double value) {

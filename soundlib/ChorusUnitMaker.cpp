@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr int lineLength = 8192;
+constexpr int kLineLength = 8192;
 
 // Gain at DC is 1, so a filter whose history holds the value alone stays there.
 void settle(SmoothingFilter* filter, float value) {
@@ -16,13 +16,13 @@ void settle(SmoothingFilter* filter, float value) {
 
 ChorusUnit* makeChorusUnit() {
     auto unit = std::make_unique<ChorusUnit>();
-    auto lineLeft = std::make_unique<double[]>(lineLength);
-    auto lineRight = std::make_unique<double[]>(lineLength);
+    auto lineLeft = std::make_unique<double[]>(kLineLength);
+    auto lineRight = std::make_unique<double[]>(kLineLength);
     auto delaySmoother = std::make_unique<SmoothingFilter>();
     auto wetSmoother = std::make_unique<SmoothingFilter>();
 
-    designSmoother(delaySmoother.get(), delaySmootherFrequency);
-    designSmoother(wetSmoother.get(), wetSmootherFrequency);
+    designSmoother(delaySmoother.get(), kDelaySmootherFrequency);
+    designSmoother(wetSmoother.get(), kWetSmootherFrequency);
 
     unit->setMode(0.0f);
     unit->setRate(0.3f);

@@ -4,8 +4,8 @@
 #include "soundlib/ChorusUnit.h"
 
 // Frequencies in Hz that `makeChorusUnit` gives to `designSmoother`.
-constexpr float delaySmootherFrequency = 10.0f;
-constexpr float wetSmootherFrequency = 20.0f;
+constexpr float kDelaySmootherFrequency = 10.0f;
+constexpr float kWetSmootherFrequency = 20.0f;
 
 // Makes a unit with cleared lines, stereo input and a slow, shallow chorus: 0.3 of the rate, 0.25
 // of the depth, 0.5 of the delay, no feedback, wet 0.5. The smoothers are settled on these values,

@@ -4,16 +4,16 @@
 
 namespace {
 
-constexpr double radiansPerHertz = 0.00014247585730565955; // 2 pi / 44100
-constexpr double halfOverQ = 0.4545454446934474;           // 0.5 / 1.1f
+constexpr double kRadiansPerHertz = 0.00014247585730565955; // 2 pi / 44100
+constexpr double kHalfOverQ = 0.4545454446934474;           // 0.5 / 1.1f
 
 } // namespace
 
 void designSmoother(SmoothingFilter* filter, float frequency) {
-    filter->omega = static_cast<double>(frequency) * radiansPerHertz;
+    filter->omega = static_cast<double>(frequency) * kRadiansPerHertz;
     const double s = std::sin(filter->omega);
     const double c = std::cos(filter->omega);
-    filter->alpha = s * halfOverQ;
+    filter->alpha = s * kHalfOverQ;
     filter->a0 = filter->alpha + 1.0;
     filter->a1 = c * -2.0;
     filter->a2 = 1.0 - filter->alpha;

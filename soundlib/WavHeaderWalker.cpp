@@ -11,15 +11,15 @@
 
 namespace {
 
-constexpr std::int64_t riffHeaderSize = 12;
-constexpr std::int64_t chunkHeaderSize = 8;
-constexpr std::uint32_t plainFormatSize = 16;
-constexpr std::uint32_t extensibleFormatSize = 40;
-constexpr std::uint16_t pcmTag = 1;
-constexpr std::uint16_t extensibleTag = 0xfffe;
+constexpr std::int64_t kRiffHeaderSize = 12;
+constexpr std::int64_t kChunkHeaderSize = 8;
+constexpr std::uint32_t kPlainFormatSize = 16;
+constexpr std::uint32_t kExtensibleFormatSize = 40;
+constexpr std::uint16_t kPcmTag = 1;
+constexpr std::uint16_t kExtensibleTag = 0xfffe;
 
 // The sub-format of extensible PCM, as it stands in the file.
-constexpr std::array<unsigned char, 16> pcmSubFormat = {
+constexpr std::array<unsigned char, 16> kPcmSubFormat = {
     0x01, 0x00, 0x00, 0x00, 0x00, 0x00, 0x10, 0x00, 0x80, 0x00, 0x00, 0xaa, 0x00, 0x38, 0x9b, 0x71};
 
 std::uint16_t read16(const unsigned char* bytes) {
@@ -44,10 +44,10 @@ bool hasId(const unsigned char* bytes, const char* id) {
 // Checks the `size` bytes of a format chunk at `body`. `format.frames` stays.
 WavHeaderError readFormat(std::istream& file, std::int64_t body, std::uint32_t size,
                           WavFormat& format) {
-    std::array<unsigned char, extensibleFormatSize> bytes;
-    const std::uint32_t used = std::min(size, extensibleFormatSize);
-    if (used < plainFormatSize || !readAt(file, body, bytes.data(), used)) {
-        return WavHeaderError::brokenFormatChunk;
+    std::array<unsigned char, kExtensibleFormatSize> bytes;
+    const std::uint32_t used = std::min(size, kExtensibleFormatSize);
+    if (used < kPlainFormatSize || !readAt(file, body, bytes.data(), used)) {
+        return WavHeaderError::kBrokenFormatChunk;
     }
     const std::uint16_t tag = read16(&bytes[0]);
     const std::uint16_t channels = read16(&bytes[2]);
@@ -55,64 +55,64 @@ WavHeaderError readFormat(std::istream& file, std::int64_t body, std::uint32_t s
     const std::uint16_t blockAlign = read16(&bytes[12]);
     const std::uint16_t bits = read16(&bytes[14]);
 
-    if (tag == extensibleTag) {
-        if (used < extensibleFormatSize) {
-            return WavHeaderError::brokenFormatChunk;
+    if (tag == kExtensibleTag) {
+        if (used < kExtensibleFormatSize) {
+            return WavHeaderError::kBrokenFormatChunk;
         }
-        if (!std::equal(pcmSubFormat.begin(), pcmSubFormat.end(), &bytes[24])) {
-            return WavHeaderError::notPcm;
+        if (!std::equal(kPcmSubFormat.begin(), kPcmSubFormat.end(), &bytes[24])) {
+            return WavHeaderError::kNotPcm;
         }
-    } else if (tag != pcmTag) {
-        return WavHeaderError::notPcm;
+    } else if (tag != kPcmTag) {
+        return WavHeaderError::kNotPcm;
     }
     if (bits != 16) {
-        return WavHeaderError::not16Bit;
+        return WavHeaderError::kNot16Bit;
     }
     if (channels == 0 || blockAlign != channels * 2 || sampleRate == 0 ||
         sampleRate > std::numeric_limits<std::int32_t>::max()) {
-        return WavHeaderError::brokenFormatChunk;
+        return WavHeaderError::kBrokenFormatChunk;
     }
     format.channels = channels;
     format.sampleRate = static_cast<std::int32_t>(sampleRate);
-    return WavHeaderError::none;
+    return WavHeaderError::kNone;
 }
 
 } // namespace
 
 WavHeaderError walkWavHeader(std::istream& file, WavFileInfo& info, WavFormat& format) {
-    std::array<unsigned char, riffHeaderSize> riff;
-    if (!readAt(file, 0, riff.data(), riffHeaderSize)) {
-        return file.bad() ? WavHeaderError::cannotRead : WavHeaderError::notWave;
+    std::array<unsigned char, kRiffHeaderSize> riff;
+    if (!readAt(file, 0, riff.data(), kRiffHeaderSize)) {
+        return file.bad() ? WavHeaderError::kCannotRead : WavHeaderError::kNotWave;
     }
     if (!hasId(&riff[0], "RIFF") || !hasId(&riff[8], "WAVE")) {
-        return WavHeaderError::notWave;
+        return WavHeaderError::kNotWave;
     }
-    const std::int64_t riffEnd = chunkHeaderSize + static_cast<std::int64_t>(read32(&riff[4]));
+    const std::int64_t riffEnd = kChunkHeaderSize + static_cast<std::int64_t>(read32(&riff[4]));
     file.seekg(0, std::ios::end);
     const std::int64_t fileSize = file.tellg();
 
     std::optional<WavFormat> foundFormat;
     std::int64_t dataBody = 0;
     std::int64_t dataSize = 0;
-    std::int64_t position = riffHeaderSize;
+    std::int64_t position = kRiffHeaderSize;
     while (!foundFormat || dataBody == 0) {
-        std::array<unsigned char, chunkHeaderSize> header;
-        if (position + chunkHeaderSize > fileSize ||
-            !readAt(file, position, header.data(), chunkHeaderSize)) {
-            return foundFormat ? WavHeaderError::noDataChunk : WavHeaderError::noFormatChunk;
+        std::array<unsigned char, kChunkHeaderSize> header;
+        if (position + kChunkHeaderSize > fileSize ||
+            !readAt(file, position, header.data(), kChunkHeaderSize)) {
+            return foundFormat ? WavHeaderError::kNoDataChunk : WavHeaderError::kNoFormatChunk;
         }
-        const std::int64_t body = position + chunkHeaderSize;
+        const std::int64_t body = position + kChunkHeaderSize;
         const std::uint32_t size = read32(&header[4]);
         if (hasId(header.data(), "fmt ") && !foundFormat) {
             WavFormat read{};
             const WavHeaderError error = readFormat(file, body, size, read);
-            if (error != WavHeaderError::none) {
+            if (error != WavHeaderError::kNone) {
                 return error;
             }
             foundFormat = read;
         } else if (hasId(header.data(), "data") && dataBody == 0) {
             if (body > std::numeric_limits<std::int32_t>::max()) {
-                return WavHeaderError::dataTooFar;
+                return WavHeaderError::kDataTooFar;
             }
             const bool leftOpen = size == 0 && riffEnd <= body;
             dataBody = body;
@@ -124,7 +124,7 @@ WavHeaderError walkWavHeader(std::istream& file, WavFileInfo& info, WavFormat& f
     foundFormat->frames = dataSize / 2 / foundFormat->channels;
     format = *foundFormat;
     info.dataOffset = static_cast<std::int32_t>(dataBody);
-    return WavHeaderError::none;
+    return WavHeaderError::kNone;
 }
 
 WavHeaderError walkWavHeader(const std::string& path, WavFileInfo& info, WavFormat& format) {
@@ -133,10 +133,10 @@ WavHeaderError walkWavHeader(const std::string& path, WavFileInfo& info, WavForm
     const bool isFolder = stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
     std::ifstream file(path, std::ios::in | std::ios::binary);
     if (isFolder || !file) {
-        return WavHeaderError::cannotRead;
+        return WavHeaderError::kCannotRead;
     }
     const WavHeaderError error = walkWavHeader(file, info, format);
-    if (error == WavHeaderError::none) {
+    if (error == WavHeaderError::kNone) {
         info.path = path;
     }
     return error;
@@ -144,28 +144,28 @@ WavHeaderError walkWavHeader(const std::string& path, WavFileInfo& info, WavForm
 
 const char* describe(WavHeaderError error) {
     switch (error) {
-    case WavHeaderError::none:
+    case WavHeaderError::kNone:
         return "a 16-bit PCM WAV file";
-    case WavHeaderError::cannotRead:
+    case WavHeaderError::kCannotRead:
         return "can't be read; a readable 16-bit PCM WAV file is needed";
-    case WavHeaderError::notWave:
+    case WavHeaderError::kNotWave:
         return "has no RIFF WAVE header; a 16-bit PCM WAV file is needed";
-    case WavHeaderError::noFormatChunk:
+    case WavHeaderError::kNoFormatChunk:
         return "ends before a format chunk; a complete 16-bit PCM WAV file is needed";
-    case WavHeaderError::brokenFormatChunk:
+    case WavHeaderError::kBrokenFormatChunk:
         return "has a broken format chunk; a 16-bit PCM WAV file is needed";
-    case WavHeaderError::notPcm:
+    case WavHeaderError::kNotPcm:
         return "holds compressed or floating-point samples; 16-bit PCM is needed";
-    case WavHeaderError::not16Bit:
+    case WavHeaderError::kNot16Bit:
         return "holds PCM samples of another size; 16 bits are needed";
-    case WavHeaderError::noDataChunk:
+    case WavHeaderError::kNoDataChunk:
         return "ends before a data chunk; a complete 16-bit PCM WAV file is needed";
-    case WavHeaderError::dataTooFar:
+    case WavHeaderError::kDataTooFar:
         return "has its samples beyond 2 GiB; they must begin within the first 2 GiB";
     }
     return "";
 }
 
 bool isNotWavAlertDue(WavHeaderError error) {
-    return error != WavHeaderError::none && error != WavHeaderError::cannotRead;
+    return error != WavHeaderError::kNone && error != WavHeaderError::kCannotRead;
 }

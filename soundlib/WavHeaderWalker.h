@@ -8,15 +8,15 @@
 #include "soundlib/WavFileInfo.h"
 
 enum class WavHeaderError {
-    none,
-    cannotRead,        // no such file, or none that can be read
-    notWave,           // no RIFF header of type WAVE, or a file shorter than one
-    noFormatChunk,     // the file ends before one
-    brokenFormatChunk, // cut short, or its fields contradict each other
-    notPcm,            // floating point or compressed
-    not16Bit,          // PCM of another sample size
-    noDataChunk,       // the file ends before one
-    dataTooFar,        // the samples begin 2 GiB or more into the file
+    kNone,
+    kCannotRead,        // no such file, or none that can be read
+    kNotWave,           // no RIFF header of type WAVE, or a file shorter than one
+    kNoFormatChunk,     // the file ends before one
+    kBrokenFormatChunk, // cut short, or its fields contradict each other
+    kNotPcm,            // floating point or compressed
+    kNot16Bit,          // PCM of another sample size
+    kNoDataChunk,       // the file ends before one
+    kDataTooFar,        // the samples begin 2 GiB or more into the file
 };
 
 struct WavFormat {

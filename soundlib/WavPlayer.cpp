@@ -4,7 +4,7 @@
 #include <chrono>
 #include <limits>
 
-#include "soundlib/SharedField.h"
+#include "soundlib/LiveField.h"
 #include "soundlib/WavStreamReaderMaker.h"
 
 // Fills run in the foreground of whichever thread loads: a background fill doesn't tell when it is
@@ -13,11 +13,11 @@
 
 namespace {
 
-constexpr float perStep = 1.0f / 32768.0f;
+constexpr float kPerStep = 1.0f / 32768.0f;
 
 // `render` wakes the loader without its lock, so a wake-up can be lost; then the loader looks by
 // itself, in time for 8 channels at 192 kHz.
-constexpr std::chrono::milliseconds lookAgain{5};
+constexpr std::chrono::milliseconds kLookAgain{5};
 
 } // namespace
 
@@ -34,15 +34,15 @@ WavPlayer::~WavPlayer() {
 WavHeaderError WavPlayer::open(const std::string& path, Loading loading) {
     close();
     const WavHeaderError error = walkWavHeader(path, info_, format_);
-    if (error != WavHeaderError::none) {
+    if (error != WavHeaderError::kNone) {
         return error;
     }
     loading_ = loading;
     samplesToLoad_ = format_.frames * format_.channels;
     reader_->start(&info_, false);
-    noteStretch();
+    notePiece();
     loadNextIfFree();
-    if (loading_ == Loading::ownThread && samplesToLoad_ > 0) {
+    if (loading_ == Loading::kOwnThread && samplesToLoad_ > 0) {
         try {
             loader_ = std::thread(&WavPlayer::loadOnOwnThread, this);
         } catch (...) {
@@ -50,7 +50,7 @@ WavHeaderError WavPlayer::open(const std::string& path, Loading loading) {
             throw;
         }
     }
-    return WavHeaderError::none;
+    return WavHeaderError::kNone;
 }
 
 void WavPlayer::close() {
@@ -100,13 +100,13 @@ bool& WavPlayer::flagOf(std::int32_t turn) const {
     return (turn & 1) == 0 ? reader_->streamFlagA : reader_->streamFlagB;
 }
 
-// Hands over the stretch that has just been read.
-void WavPlayer::noteStretch() {
+// Hands over the piece that has just been read.
+void WavPlayer::notePiece() {
     const std::int64_t read = std::min<std::int64_t>(reader_->stream.gcount() / 2, samplesToLoad_);
     // A file that has been cut since it was opened ends here.
     samplesToLoad_ = read < wavReadLength ? 0 : samplesToLoad_ - read;
     const std::int32_t turn = reader_->streamCounterC++;
-    stretchOf(turn) = {static_cast<std::int32_t>(read), samplesToLoad_ == 0};
+    pieceOf(turn) = {static_cast<std::int32_t>(read), samplesToLoad_ == 0};
     publish(flagOf(turn), true);
 }
 
@@ -119,7 +119,7 @@ bool WavPlayer::loadNextIfFree() {
     } else {
         reader_->fillSecondBuffer(false);
     }
-    noteStretch();
+    notePiece();
     return true;
 }
 
@@ -127,7 +127,7 @@ void WavPlayer::loadOnOwnThread() {
     std::unique_lock<std::mutex> lock(mutex_);
     while (!closing_ && samplesToLoad_ > 0) {
         if (!loadNextIfFree()) {
-            bufferPlayed_.wait_for(lock, lookAgain);
+            bufferPlayed_.wait_for(lock, kLookAgain);
         }
     }
 }
@@ -141,15 +141,15 @@ bool WavPlayer::frameIsReady() {
     if (!acquire(flagOf(turn))) {
         return false;
     }
-    const Stretch& stretch = stretchOf(turn);
-    std::int32_t ready = stretch.length - reader_->streamCounterA;
-    bool atEnd = stretch.last;
+    const Piece& piece = pieceOf(turn);
+    std::int32_t ready = piece.length - reader_->streamCounterA;
+    bool atEnd = piece.last;
     if (ready < format_.channels && !atEnd) {
         if (!acquire(flagOf(turn + 1))) {
             return false;
         }
-        ready += stretchOf(turn + 1).length;
-        atEnd = stretchOf(turn + 1).last;
+        ready += pieceOf(turn + 1).length;
+        atEnd = pieceOf(turn + 1).last;
     }
     if (ready < format_.channels && atEnd) {
         publish(reader_->startedFlag, false);
@@ -159,8 +159,8 @@ bool WavPlayer::frameIsReady() {
 }
 
 std::int32_t WavPlayer::wholeFramesInBuffer() {
-    const Stretch& stretch = stretchOf(reader_->streamCounterB);
-    return (stretch.length - reader_->streamCounterA) / format_.channels;
+    const Piece& piece = pieceOf(reader_->streamCounterB);
+    return (piece.length - reader_->streamCounterA) / format_.channels;
 }
 
 const std::int16_t* WavPlayer::playedBuffer() const {
@@ -172,8 +172,8 @@ void WavPlayer::renderFromBuffer(float* left, float* right, std::int32_t frames)
     const std::int32_t second = channels > 1 ? 1 : 0;
     const std::int16_t* samples = playedBuffer() + reader_->streamCounterA;
     for (std::int32_t frame = 0; frame < frames; ++frame) {
-        left[frame] = static_cast<float>(samples[0]) * perStep;
-        right[frame] = static_cast<float>(samples[second]) * perStep;
+        left[frame] = static_cast<float>(samples[0]) * kPerStep;
+        right[frame] = static_cast<float>(samples[second]) * kPerStep;
         samples += channels;
     }
     reader_->streamCounterA += frames * channels;
@@ -189,17 +189,17 @@ void WavPlayer::renderAcrossBuffers(float& left, float& right) {
 }
 
 float WavPlayer::takeSample() {
-    if (reader_->streamCounterA == stretchOf(reader_->streamCounterB).length) {
+    if (reader_->streamCounterA == pieceOf(reader_->streamCounterB).length) {
         leavePlayedBuffer();
     }
-    return static_cast<float>(playedBuffer()[reader_->streamCounterA++]) * perStep;
+    return static_cast<float>(playedBuffer()[reader_->streamCounterA++]) * kPerStep;
 }
 
 void WavPlayer::leavePlayedBuffer() {
     publish(flagOf(reader_->streamCounterB), false);
     ++reader_->streamCounterB;
     reader_->streamCounterA = 0;
-    if (loading_ == Loading::inRender) {
+    if (loading_ == Loading::kInRender) {
         loadNextIfFree();
     } else {
         bufferPlayed_.notify_one();

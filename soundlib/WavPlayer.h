@@ -16,21 +16,21 @@
 //   startedFlag              the file is playing; false once its last frame has been rendered
 //   streamFlagA/streamFlagB  firstBuffer/secondBuffer holds samples that aren't played yet
 //   streamCounterA           position in the buffer that plays, in samples
-//   streamCounterB           stretches played; odd while secondBuffer plays
-//   streamCounterC           stretches loaded; odd when secondBuffer is next
-//   streamCounterD           frames of silence because a stretch came late
+//   streamCounterB           pieces played; odd while secondBuffer plays
+//   streamCounterC           pieces loaded; odd when secondBuffer is next
+//   streamCounterD           frames of silence because a piece came late
 class WavPlayer {
 public:
-    // Where stretches are loaded. `inRender` blocks `render` on the disk and never comes late: for
-    // rendering to a file. `ownThread` keeps `render` free of the disk: for an audio thread.
-    enum class Loading { inRender, ownThread };
+    // Where pieces are loaded. `kInRender` blocks `render` on the disk and never comes late: for
+    // rendering to a file. `kOwnThread` keeps `render` free of the disk: for an audio thread.
+    enum class Loading { kInRender, kOwnThread };
 
     WavPlayer();
     ~WavPlayer();
     WavPlayer(const WavPlayer&) = delete;
     WavPlayer& operator=(const WavPlayer&) = delete;
 
-    // Opens the file at `path` and loads its first stretches, in place of the file before. On an
+    // Opens the file at `path` and loads its first pieces, in place of the file before. On an
     // error the player is closed, as it is when the loading thread can't be started, which throws
     // std::system_error. Not while `render` runs.
     WavHeaderError open(const std::string& path, Loading loading);
@@ -39,7 +39,7 @@ public:
 
     // Writes `sampleFrames` frames to the two channels of `outputs`, full scale at 1. A mono file
     // goes to both, of more than two channels the first two are heard. Silence when closed, after
-    // the end, and while a stretch is late; then playing goes on where it stopped.
+    // the end, and while a piece is late; then playing goes on where it stopped.
     void render(float* const* outputs, std::int32_t sampleFrames);
 
     bool isPlaying() const;
@@ -51,7 +51,7 @@ public:
     const WavStreamReader& reader() const { return *reader_; }
 
 private:
-    struct Stretch {
+    struct Piece {
         std::int32_t length; // samples
         bool last;
     };
@@ -60,8 +60,8 @@ private:
     };
 
     bool& flagOf(std::int32_t turn) const;
-    Stretch& stretchOf(std::int32_t turn) { return stretches_[turn & 1]; }
-    void noteStretch();
+    Piece& pieceOf(std::int32_t turn) { return pieces_[turn & 1]; }
+    void notePiece();
     bool loadNextIfFree();
     void loadOnOwnThread();
     bool frameIsReady();
@@ -75,8 +75,8 @@ private:
     std::unique_ptr<WavStreamReader, Release> reader_;
     WavFileInfo info_{};
     WavFormat format_{};
-    Loading loading_ = Loading::inRender;
-    std::array<Stretch, 2> stretches_{};
+    Loading loading_ = Loading::kInRender;
+    std::array<Piece, 2> pieces_{};
     std::int64_t samplesToLoad_ = 0;
     std::thread loader_;
     std::mutex mutex_;

@@ -2,17 +2,17 @@
 
 #include <dispatch/dispatch.h>
 
-#include "soundlib/SharedField.h"
+#include "soundlib/LiveField.h"
 
 namespace {
 
-void readStretch(WavStreamReader* reader, std::int16_t* buffer) {
+void readPiece(WavStreamReader* reader, std::int16_t* buffer) {
     reader->stream.read(reinterpret_cast<char*>(buffer),
                         static_cast<std::streamsize>(wavReadLength) * 2);
 }
 
 void fillFirst(WavStreamReader* reader) {
-    writeThrough(reader->filling, true);
+    writeLive(reader->filling, true);
     if (reader->reopenPending) {
         if (reader->stream.is_open()) {
             reader->stream.close();
@@ -20,15 +20,15 @@ void fillFirst(WavStreamReader* reader) {
         reader->stream.clear();
         reader->stream.open(reader->info->path, std::ios::in | std::ios::binary);
         reader->stream.seekg(static_cast<std::streamoff>(reader->info->dataOffset));
-        writeThrough(reader->reopenPending, false);
+        writeLive(reader->reopenPending, false);
     }
-    readStretch(reader, reader->firstBuffer);
+    readPiece(reader, reader->firstBuffer);
     publish(reader->filling, false);
 }
 
 void fillSecond(WavStreamReader* reader) {
-    writeThrough(reader->filling, true);
-    readStretch(reader, reader->secondBuffer);
+    writeLive(reader->filling, true);
+    readPiece(reader, reader->secondBuffer);
     publish(reader->filling, false);
 }
 

@@ -15,7 +15,7 @@ inline constexpr std::int32_t wavReadLength = 32768;
 // (WavStreamReaderMaker.h does it), and gives the flags and counters a meaning; the reader only
 // resets them.
 //
-// The file is one sequence: each fill delivers the next stretch, into whichever buffer it is for.
+// The file is one sequence: each fill delivers the next piece, into whichever buffer it is for.
 // Bytes arrive as they stand in the file. No failure is reported: a file that can't be opened or
 // ends inside a fill leaves the rest of the buffer as it was and `stream` in its fail state, and
 // fills deliver nothing until `start` runs again.

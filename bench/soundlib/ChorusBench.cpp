@@ -53,8 +53,8 @@ void chorusUnit(benchmark::State& state) {
 
 void chorusReference(benchmark::State& state) {
     ReferenceChorus chorus;
-    chorus.delaySmoother.design(delaySmootherFrequency);
-    chorus.wetSmoother.design(wetSmootherFrequency);
+    chorus.delaySmoother.design(kDelaySmootherFrequency);
+    chorus.wetSmoother.design(kWetSmootherFrequency);
     chorus.setMode();
     chorus.setRate(0.3f);
     chorus.setDepth(0.25f);

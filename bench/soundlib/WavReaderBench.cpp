@@ -1,6 +1,6 @@
 // What a sample costs on its way from a file in the page cache, beside plain reads of the same
 // size.
-#include "soundlib/SharedField.h"
+#include "soundlib/LiveField.h"
 #include "soundlib/WavPlayer.h"
 #include "soundlib/WavStreamReaderMaker.h"
 
@@ -86,7 +86,7 @@ void foregroundFills(benchmark::State& state) {
 
 // The last sample of a fill and the flag together tell that it is done.
 void awaitFill(const WavStreamReader& reader, const std::int16_t* buffer) {
-    while (readFresh(buffer[wavReadLength - 1]) == kMark || acquire(reader.filling)) {
+    while (readLive(buffer[wavReadLength - 1]) == kMark || acquire(reader.filling)) {
         std::this_thread::yield();
     }
 }
@@ -111,15 +111,15 @@ void backgroundFills(benchmark::State& state) {
 }
 
 void player(benchmark::State& state) {
-    constexpr std::int32_t block = 256;
-    std::vector<float> left(block);
-    std::vector<float> right(block);
+    constexpr std::int32_t kBlock = 256;
+    std::vector<float> left(kBlock);
+    std::vector<float> right(kBlock);
     float* outputs[] = {left.data(), right.data()};
     WavPlayer player;
     for (auto _ : state) {
-        player.open(sampleFile().info.path, WavPlayer::Loading::inRender);
+        player.open(sampleFile().info.path, WavPlayer::Loading::kInRender);
         while (player.isPlaying()) {
-            player.render(outputs, block);
+            player.render(outputs, kBlock);
         }
     }
     countSamples(state);

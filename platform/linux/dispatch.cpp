@@ -20,10 +20,10 @@ namespace {
 class WorkerPool {
 public:
     dispatch_queue_t queue(intptr_t identifier) {
-        const auto found = std::find(priorities.begin(), priorities.end(), identifier);
-        return found == priorities.end()
+        const auto found = std::find(kPriorities.begin(), kPriorities.end(), identifier);
+        return found == kPriorities.end()
                    ? nullptr
-                   : &queues_[static_cast<std::size_t>(found - priorities.begin())];
+                   : &queues_[static_cast<std::size_t>(found - kPriorities.begin())];
     }
 
     void add(dispatch_queue_t queue, dispatch_block_t block) {
@@ -37,7 +37,7 @@ public:
     }
 
 private:
-    static constexpr std::array<intptr_t, 4> priorities = {
+    static constexpr std::array<intptr_t, 4> kPriorities = {
         DISPATCH_QUEUE_PRIORITY_HIGH, DISPATCH_QUEUE_PRIORITY_DEFAULT, DISPATCH_QUEUE_PRIORITY_LOW,
         DISPATCH_QUEUE_PRIORITY_BACKGROUND};
 
@@ -79,7 +79,7 @@ private:
 
     std::mutex mutex_;
     std::condition_variable added_;
-    std::array<dispatch_queue_s, priorities.size()> queues_; // highest priority first
+    std::array<dispatch_queue_s, kPriorities.size()> queues_; // highest priority first
     unsigned waiting_ = 0;
     unsigned idle_ = 0;
     unsigned workers_ = 0;

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr double pi = 3.141592653589793;
+constexpr double kPi = 3.141592653589793;
 
 template <class Gain>
 Picture::Points overFrequencies(int count, double sampleRate, double low, double high, Gain gain) {
@@ -23,25 +23,25 @@ Picture::Points overFrequencies(int count, double sampleRate, double low, double
 } // namespace
 
 double designedGain(const BiquadDesigner& filter, double frequency) {
-    const std::complex<double> delay = std::polar(1.0, -2.0 * pi * frequency);
+    const std::complex<double> delay = std::polar(1.0, -2.0 * kPi * frequency);
     const auto response = (filter.a0 + delay * (filter.a1 + delay * filter.a2)) /
                           (1.0 + delay * (filter.b1 + delay * filter.b2));
     return 20.0 * std::log10(std::abs(response));
 }
 
 double measuredGain(BiquadDesigner filter, double frequency) {
-    constexpr int settling = 40000;
-    constexpr int measured = 40000;
+    constexpr int kSettling = 40000;
+    constexpr int kMeasured = 40000;
     std::complex<double> sum = 0.0;
-    for (int i = 0; i < settling + measured; ++i) {
-        const double phase = 2.0 * pi * std::fmod(frequency * i, 1.0);
+    for (int i = 0; i < kSettling + kMeasured; ++i) {
+        const double phase = 2.0 * kPi * std::fmod(frequency * i, 1.0);
         const double output = tickBiquad(&filter, std::sin(phase));
-        if (i >= settling) {
-            const double window = 1.0 - std::cos(2.0 * pi * (i - settling) / measured);
+        if (i >= kSettling) {
+            const double window = 1.0 - std::cos(2.0 * kPi * (i - kSettling) / kMeasured);
             sum += window * output * std::polar(1.0, -phase);
         }
     }
-    return 20.0 * std::log10(2.0 * std::abs(sum) / measured);
+    return 20.0 * std::log10(2.0 * std::abs(sum) / kMeasured);
 }
 
 Picture::Points designedCurve(const BiquadDesigner& filter, double sampleRate, double low,

@@ -7,8 +7,8 @@
 
 namespace {
 
-constexpr double pixelsPerPoint = 2.0;
-constexpr double textSize = 12.0;
+constexpr double kPixelsPerPoint = 2.0;
+constexpr double kTextSize = 12.0;
 
 double place(const Axis& axis, double value) {
     if (axis.logarithmic) {
@@ -21,11 +21,11 @@ double place(const Axis& axis, double value) {
 
 Picture::Picture(int width, int height)
     : surface_(cairo_image_surface_create(CAIRO_FORMAT_RGB24,
-                                          static_cast<int>(width * pixelsPerPoint),
-                                          static_cast<int>(height * pixelsPerPoint)),
+                                          static_cast<int>(width * kPixelsPerPoint),
+                                          static_cast<int>(height * kPixelsPerPoint)),
                cairo_surface_destroy),
       context_(cairo_create(surface_.get()), cairo_destroy) {
-    cairo_scale(context_.get(), pixelsPerPoint, pixelsPerPoint);
+    cairo_scale(context_.get(), kPixelsPerPoint, kPixelsPerPoint);
     cairo_set_source_rgb(context_.get(), 1.0, 1.0, 1.0);
     cairo_paint(context_.get());
     cairo_select_font_face(context_.get(), "sans-serif", CAIRO_FONT_SLANT_NORMAL,
@@ -39,24 +39,24 @@ void Picture::panel(const Area& area, const std::string& title, const Axis& x, c
     y_ = y;
     cairo_t* context = context_.get();
     cairo_set_line_width(context, 1.0);
-    cairo_set_font_size(context, textSize);
+    cairo_set_font_size(context, kTextSize);
     for (const auto& [value, text] : x.marks) {
-        use(colours::faint);
+        use(colours::kFaint);
         cairo_move_to(context, across(value), area.y);
         cairo_line_to(context, across(value), area.y + area.height);
         cairo_stroke(context);
-        use(colours::ink);
+        use(colours::kInk);
         drawText(across(value), area.y + area.height + 16.0, 0.5, text);
     }
     for (const auto& [value, text] : y.marks) {
-        use(colours::faint);
+        use(colours::kFaint);
         cairo_move_to(context, area.x, down(value));
         cairo_line_to(context, area.x + area.width, down(value));
         cairo_stroke(context);
-        use(colours::ink);
+        use(colours::kInk);
         drawText(area.x - 6.0, down(value) + 4.0, 1.0, text);
     }
-    use(colours::ink);
+    use(colours::kInk);
     drawText(area.x + area.width / 2.0, area.y + area.height + 32.0, 0.5, x.title);
     drawText(area.x, area.y - 8.0, 0.0, title);
     if (!y.title.empty()) {

@@ -17,11 +17,11 @@ struct Colour {
 };
 
 namespace colours {
-inline constexpr Colour ink{0.16, 0.18, 0.22};
-inline constexpr Colour faint{0.84, 0.86, 0.89};
-inline constexpr Colour blue{0.12, 0.42, 0.72};
-inline constexpr Colour orange{0.88, 0.45, 0.10};
-inline constexpr Colour green{0.13, 0.55, 0.35};
+inline constexpr Colour kInk{0.16, 0.18, 0.22};
+inline constexpr Colour kFaint{0.84, 0.86, 0.89};
+inline constexpr Colour kBlue{0.12, 0.42, 0.72};
+inline constexpr Colour kOrange{0.88, 0.45, 0.10};
+inline constexpr Colour kGreen{0.13, 0.55, 0.35};
 } // namespace colours
 
 // One axis: its range, where it is marked, and whether it is logarithmic.

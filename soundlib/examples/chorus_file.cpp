@@ -10,9 +10,9 @@
 
 namespace {
 
-constexpr std::int32_t blockSize = 64; // frames; also the distance of the drawn points
-constexpr double sampleRate = 44100.0; // what the chorus is written for
-constexpr double longestDelay = 441.0; // samples
+constexpr std::int32_t kBlockSize = 64; // frames; also the distance of the drawn points
+constexpr double kSampleRate = 44100.0; // what the chorus is written for
+constexpr double kLongestDelay = 441.0; // samples
 
 struct Settings {
     float rate = 0.45f;
@@ -26,17 +26,17 @@ using UnitPointer = std::unique_ptr<ChorusUnit, decltype(&destroyChorusUnit)>;
 
 // Distance of the read position behind the write position, in milliseconds.
 double currentDelay(const ChorusUnit& unit) {
-    return 1000.0 * (unit.delaySmoother->output1 * longestDelay + unit.lfoValue) / sampleRate;
+    return 1000.0 * (unit.delaySmoother->output1 * kLongestDelay + unit.lfoValue) / kSampleRate;
 }
 
 // Processes `sound` in place and gives the delay over the time in seconds.
 Picture::Points applyChorus(ChorusUnit& unit, Sound& sound) {
     Picture::Points sweep;
     const auto frames = static_cast<std::int32_t>(sound.left.size());
-    for (std::int32_t start = 0; start < frames; start += blockSize) {
+    for (std::int32_t start = 0; start < frames; start += kBlockSize) {
         float* channels[] = {sound.left.data() + start, sound.right.data() + start};
-        process(&unit, channels, channels, std::min(blockSize, frames - start));
-        sweep.emplace_back((start + blockSize) / sampleRate, currentDelay(unit));
+        process(&unit, channels, channels, std::min(kBlockSize, frames - start));
+        sweep.emplace_back((start + kBlockSize) / kSampleRate, currentDelay(unit));
     }
     return sweep;
 }
@@ -55,10 +55,10 @@ void drawSweep(const std::string& path, const Picture::Points& sweep, const Sett
     }
     Picture picture(760, 360);
     picture.panel({64, 40, 672, 264}, "Delay of the chorus while the file runs", x, y);
-    picture.dashed({{x.low, base}, {x.high, base}}, colours::orange);
-    picture.curve(sweep, colours::blue);
-    picture.caption(480, 32, "base delay", colours::orange);
-    picture.caption(580, 32, "with the sweep on top", colours::blue);
+    picture.dashed({{x.low, base}, {x.high, base}}, colours::kOrange);
+    picture.curve(sweep, colours::kBlue);
+    picture.caption(480, 32, "base delay", colours::kOrange);
+    picture.caption(580, 32, "with the sweep on top", colours::kBlue);
     picture.write(path);
 }
 

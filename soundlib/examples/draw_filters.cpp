@@ -6,8 +6,8 @@
 
 namespace {
 
-constexpr double sampleRate = 44100.0;
-constexpr double centre = 1000.0; // Hz
+constexpr double kSampleRate = 44100.0;
+constexpr double kCentre = 1000.0; // Hz
 
 struct Panel {
     std::int32_t type;
@@ -15,29 +15,33 @@ struct Panel {
     bool hasGain; // drawn at three gains instead of three Qs
 };
 
-constexpr std::array<Panel, 7> panels = {{{0, "0  low-pass", false},
-                                          {1, "1  high-pass", false},
-                                          {2, "2  band-pass", false},
-                                          {3, "3  notch", false},
-                                          {4, "4  peak, Q 1", true},
-                                          {5, "5  low shelf", true},
-                                          {6, "6  high shelf", true}}};
-constexpr std::array<double, 3> qs = {0.5, 0.707, 3.0};
-constexpr std::array<double, 3> gains = {-12.0, 6.0, 12.0};
-constexpr std::array<Colour, 3> shades = {colours::green, colours::blue, colours::orange};
+constexpr std::array<Panel, 7> kPanels = {{{0, "0  low-pass", false},
+                                           {1, "1  high-pass", false},
+                                           {2, "2  band-pass", false},
+                                           {3, "3  notch", false},
+                                           {4, "4  peak, Q 1", true},
+                                           {5, "5  low shelf", true},
+                                           {6, "6  high shelf", true}}};
+constexpr std::array<double, 3> kQs = {0.5, 0.707, 3.0};
+constexpr std::array<double, 3> kGains = {-12.0, 6.0, 12.0};
+constexpr std::array<Colour, 3> kShades = {colours::kGreen, colours::kBlue, colours::kOrange};
 
-constexpr double columnWidth = 300.0;
-constexpr double rowHeight = 230.0;
+constexpr double kColumnWidth = 300.0;
+constexpr double kRowHeight = 230.0;
 
 void drawLegend(Picture& picture, double x, double y) {
-    for (std::size_t i = 0; i < shades.size(); ++i) {
+    for (std::size_t i = 0; i < kShades.size(); ++i) {
         const double line = y + 60.0 + 24.0 * static_cast<double>(i);
-        picture.caption(x, line, i == 1 ? "Q 0.707" : i == 0 ? "Q 0.5" : "Q 3", shades[i]);
-        picture.caption(x + 90.0, line, i == 1 ? "+6 dB" : i == 0 ? "-12 dB" : "+12 dB", shades[i]);
+        picture.caption(x, line, i == 1 ? "Q 0.707" : i == 0 ? "Q 0.5" : "Q 3", kShades[i]);
+        picture.caption(x + 90.0, line,
+                        i == 1   ? "+6 dB"
+                        : i == 0 ? "-12 dB"
+                                 : "+12 dB",
+                        kShades[i]);
     }
-    picture.caption(x, y + 30.0, "Types 0 to 3", colours::ink);
-    picture.caption(x + 90.0, y + 30.0, "Types 4 to 6", colours::ink);
-    picture.caption(x, y + 144.0, "1 kHz at 44.1 kHz", colours::ink);
+    picture.caption(x, y + 30.0, "Types 0 to 3", colours::kInk);
+    picture.caption(x + 90.0, y + 30.0, "Types 4 to 6", colours::kInk);
+    picture.caption(x, y + 144.0, "1 kHz at 44.1 kHz", colours::kInk);
 }
 
 } // namespace
@@ -49,19 +53,19 @@ int main(int argc, char** argv) {
     return runExample(app, argc, argv, [&] {
         const Axis x = frequencyAxis();
         Picture picture(1220, 500);
-        for (std::size_t i = 0; i < panels.size(); ++i) {
-            const Panel& panel = panels[i];
-            const double left = 64.0 + columnWidth * static_cast<double>(i % 4);
-            const double top = 40.0 + (rowHeight + 14.0) * (i < 4 ? 0.0 : 1.0);
-            picture.panel({left, top, columnWidth - 80.0, rowHeight - 76.0}, panel.title, x,
+        for (std::size_t i = 0; i < kPanels.size(); ++i) {
+            const Panel& panel = kPanels[i];
+            const double left = 64.0 + kColumnWidth * static_cast<double>(i % 4);
+            const double top = 40.0 + (kRowHeight + 14.0) * (i < 4 ? 0.0 : 1.0);
+            picture.panel({left, top, kColumnWidth - 80.0, kRowHeight - 76.0}, panel.title, x,
                           panel.hasGain ? gainAxis(-15.0, 15.0, 5) : gainAxis(-40.0, 20.0, 10));
-            for (std::size_t shade = 0; shade < shades.size(); ++shade) {
-                const BiquadDesigner filter(panel.type, centre / sampleRate,
-                                            panel.hasGain ? 1.0 : qs[shade], gains[shade]);
-                picture.curve(designedCurve(filter, sampleRate, x.low, x.high), shades[shade]);
+            for (std::size_t shade = 0; shade < kShades.size(); ++shade) {
+                const BiquadDesigner filter(panel.type, kCentre / kSampleRate,
+                                            panel.hasGain ? 1.0 : kQs[shade], kGains[shade]);
+                picture.curve(designedCurve(filter, kSampleRate, x.low, x.high), kShades[shade]);
             }
         }
-        drawLegend(picture, 64.0 + 3.0 * columnWidth, 40.0 + rowHeight + 14.0);
+        drawLegend(picture, 64.0 + 3.0 * kColumnWidth, 40.0 + kRowHeight + 14.0);
         picture.write(output);
     });
 }

@@ -17,7 +17,7 @@ struct Settings {
     double gain = 6.0; // decibels
 };
 
-const std::map<std::string, std::int32_t> types = {
+const std::map<std::string, std::int32_t> kTypes = {
     {"low-pass", 0}, {"high-pass", 1}, {"band-pass", 2}, {"notch", 3},
     {"peak", 4},     {"low-shelf", 5}, {"high-shelf", 6}};
 
@@ -31,10 +31,10 @@ void drawResponse(const std::string& path, const BiquadDesigner& filter, const S
     Picture picture(640, 400);
     picture.panel({64, 40, 552, 304}, "Response of the " + settings.type, x,
                   gainAxis(-48.0, 24.0, 12));
-    picture.curve(designedCurve(filter, sampleRate, x.low, x.high), colours::blue);
-    picture.dots(measuredDots(filter, sampleRate, x.low, x.high), colours::orange);
-    picture.caption(400, 32, "designed", colours::blue);
-    picture.caption(480, 32, "measured with sines", colours::orange);
+    picture.curve(designedCurve(filter, sampleRate, x.low, x.high), colours::kBlue);
+    picture.dots(measuredDots(filter, sampleRate, x.low, x.high), colours::kOrange);
+    picture.caption(400, 32, "designed", colours::kBlue);
+    picture.caption(480, 32, "measured with sines", colours::kOrange);
     picture.write(path);
 }
 
@@ -48,7 +48,7 @@ int main(int argc, char** argv) {
     Settings settings;
     app.add_option("input", input, "sound file to read")->required();
     app.add_option("output", output, "16-bit WAV file to write")->required();
-    app.add_option("--type", settings.type)->check(CLI::IsMember(types))->capture_default_str();
+    app.add_option("--type", settings.type)->check(CLI::IsMember(kTypes))->capture_default_str();
     app.add_option("--frequency", settings.frequency, "in Hz")
         ->check(CLI::PositiveNumber)
         ->capture_default_str();
@@ -66,7 +66,7 @@ int main(int argc, char** argv) {
                             ": must be below half the sample rate of the file, " +
                             std::to_string(sound.sampleRate / 2) + " Hz");
         }
-        const BiquadDesigner filter(types.at(settings.type), settings.frequency / sound.sampleRate,
+        const BiquadDesigner filter(kTypes.at(settings.type), settings.frequency / sound.sampleRate,
                                     settings.q, settings.gain);
         BiquadDesigner left = filter;
         BiquadDesigner right = filter;

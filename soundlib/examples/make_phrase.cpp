@@ -9,11 +9,11 @@
 
 namespace {
 
-constexpr int sampleRate = 44100;
+constexpr int kSampleRate = 44100;
 
 // Adds a string of the given pitch: noise going round in a loop that dulls it.
 void pluck(Sound& sound, std::size_t start, double frequency, float pan) {
-    std::vector<float> loop(static_cast<std::size_t>(sampleRate / frequency));
+    std::vector<float> loop(static_cast<std::size_t>(kSampleRate / frequency));
     std::uint32_t noise = 1;
     for (float& value : loop) {
         noise = noise * 1664525u + 1013904223u;
@@ -36,13 +36,13 @@ int main(int argc, char** argv) {
     std::string output;
     app.add_option("output", output, "WAV file to write")->required();
     return runExample(app, argc, argv, [&] {
-        constexpr std::array<double, 8> notes = {110.0,  164.81, 220.0,  277.18,
-                                                 329.63, 440.0,  554.37, 659.26};
-        constexpr std::size_t seconds = 4;
-        Sound sound{sampleRate, std::vector<float>(seconds * sampleRate),
-                    std::vector<float>(seconds * sampleRate)};
-        for (std::size_t note = 0; note < notes.size(); ++note) {
-            pluck(sound, note * sampleRate / 4, notes[note], note % 2 == 0 ? 0.4f : 0.6f);
+        constexpr std::array<double, 8> kNotes = {110.0,  164.81, 220.0,  277.18,
+                                                  329.63, 440.0,  554.37, 659.26};
+        constexpr std::size_t kSeconds = 4;
+        Sound sound{kSampleRate, std::vector<float>(kSeconds * kSampleRate),
+                    std::vector<float>(kSeconds * kSampleRate)};
+        for (std::size_t note = 0; note < kNotes.size(); ++note) {
+            pluck(sound, note * kSampleRate / 4, kNotes[note], note % 2 == 0 ? 0.4f : 0.6f);
         }
         writeSound(output, sound);
     });

@@ -9,15 +9,15 @@
 
 namespace {
 
-constexpr double sampleRate = 44100.0;
-constexpr double longestDelay = 441.0; // samples
-constexpr double pi = 3.141592653589793;
+constexpr double kSampleRate = 44100.0;
+constexpr double kLongestDelay = 441.0; // samples
+constexpr double kPi = 3.141592653589793;
 
 // The smoother's answer to a jump from 0 to 1.
 std::vector<double> stepResponse(float frequency) {
     SmoothingFilter filter;
     designSmoother(&filter, frequency);
-    std::vector<double> response(static_cast<std::size_t>(3.0 * sampleRate));
+    std::vector<double> response(static_cast<std::size_t>(3.0 * kSampleRate));
     for (double& value : response) {
         value = tickSmoother(&filter, 1.0);
     }
@@ -30,7 +30,7 @@ double settlingTime(const std::vector<double>& response) {
     while (settled > 0 && std::fabs(response[settled - 1] - 1.0) < 0.01) {
         --settled;
     }
-    return 1000.0 * static_cast<double>(settled) / sampleRate;
+    return 1000.0 * static_cast<double>(settled) / kSampleRate;
 }
 
 double overshootPercent(const std::vector<double>& response) {
@@ -42,20 +42,21 @@ double overshootPercent(const std::vector<double>& response) {
 double pitchBend(const std::vector<double>& response) {
     double fastest = 0.0;
     for (std::size_t i = 1; i < response.size(); ++i) {
-        fastest = std::max(fastest, longestDelay * (response[i] - response[i - 1]));
+        fastest = std::max(fastest, kLongestDelay * (response[i] - response[i - 1]));
     }
     return 12.0 * std::log2(1.0 + fastest);
 }
 
 // Peak above 2 kHz, in decibels, of a 200 Hz tone at full scale whose gain follows `gain`.
 double clickLevel(const std::vector<double>& gain) {
-    BiquadDesigner filters[3] = {{1, 2000.0 / sampleRate, 0.5177, 0.0},
-                                 {1, 2000.0 / sampleRate, 0.7071, 0.0},
-                                 {1, 2000.0 / sampleRate, 1.9319, 0.0}};
+    BiquadDesigner filters[3] = {{1, 2000.0 / kSampleRate, 0.5177, 0.0},
+                                 {1, 2000.0 / kSampleRate, 0.7071, 0.0},
+                                 {1, 2000.0 / kSampleRate, 1.9319, 0.0}};
     double peak = 0.0;
     for (std::size_t i = 0; i < gain.size(); ++i) {
         // At its crest when the gain jumps, which is the worst moment.
-        double sample = gain[i] * std::cos(2.0 * pi * 200.0 * static_cast<double>(i) / sampleRate);
+        double sample =
+            gain[i] * std::cos(2.0 * kPi * 200.0 * static_cast<double>(i) / kSampleRate);
         for (BiquadDesigner& filter : filters) {
             sample = tickBiquad(&filter, sample);
         }
@@ -69,7 +70,7 @@ double clickLevel(const std::vector<double>& gain) {
 int main() {
     std::printf("frequency  settled within 1%%  overshoot  pitch bend      click above 2 kHz\n");
     std::printf("       Hz                 ms          %%  semitones       dB of full scale\n");
-    const std::vector<double> jump(static_cast<std::size_t>(sampleRate), 1.0);
+    const std::vector<double> jump(static_cast<std::size_t>(kSampleRate), 1.0);
     std::printf("%9s  %17.1f  %9.1f  %10s  %21.1f\n", "none", 0.0, 0.0, "-", clickLevel(jump));
     for (const float frequency : {1.0f, 2.0f, 5.0f, 10.0f, 15.0f, 20.0f, 30.0f, 50.0f, 100.0f}) {
         const std::vector<double> response = stepResponse(frequency);

@@ -14,24 +14,24 @@
 
 namespace {
 
-constexpr std::int32_t blockSize = 512; // frames
+constexpr std::int32_t kBlockSize = 512; // frames
 
-// A stretch of the file: the frame at which it began to play.
-using StretchStarts = std::vector<double>;
+// A piece of the file: the frame at which it began to play.
+using PieceStarts = std::vector<double>;
 
 struct Playback {
     Sound sound;
-    StretchStarts starts;
+    PieceStarts starts;
     std::int32_t lateFrames;
 };
 
 Playback play(WavPlayer& player) {
     Playback playback{{player.format().sampleRate, {}, {}}, {}, 0};
-    std::vector<float> left(blockSize);
-    std::vector<float> right(blockSize);
+    std::vector<float> left(kBlockSize);
+    std::vector<float> right(kBlockSize);
     float* outputs[] = {left.data(), right.data()};
     while (player.isPlaying()) {
-        player.render(outputs, blockSize);
+        player.render(outputs, kBlockSize);
         const std::int32_t late = player.reader().streamCounterD - playback.lateFrames;
         playback.lateFrames += late;
         playback.sound.left.insert(playback.sound.left.end(), left.begin(), left.end() - late);
@@ -54,12 +54,12 @@ Playback play(WavPlayer& player) {
 
 // The highest and lowest sample of each of some columns.
 Picture::Points envelope(const std::vector<float>& samples, std::size_t from, std::size_t to) {
-    constexpr std::size_t perColumn = 128;
+    constexpr std::size_t kPerColumn = 128;
     Picture::Points points;
-    for (std::size_t start = from; start < to; start += perColumn) {
+    for (std::size_t start = from; start < to; start += kPerColumn) {
         const auto first = samples.begin() + static_cast<std::ptrdiff_t>(start);
         const auto last =
-            samples.begin() + static_cast<std::ptrdiff_t>(std::min(start + perColumn, to));
+            samples.begin() + static_cast<std::ptrdiff_t>(std::min(start + kPerColumn, to));
         const auto [low, high] = std::minmax_element(first, last);
         points.emplace_back(start, *low);
         points.emplace_back(start, *high);
@@ -74,17 +74,17 @@ void drawBuffers(const std::string& path, const Playback& playback) {
     Picture picture(760, 420);
     const Axis level{-1.0, 1.0, {{-1, "-1"}, {0, "0"}, {1, "1"}}, "left channel"};
     picture.panel({110, 40, 626, 180}, "What is heard, by the buffer that it came from", x, level);
-    const auto shade = [](std::size_t stretch) {
-        return stretch % 2 == 0 ? colours::blue : colours::orange;
+    const auto shade = [](std::size_t piece) {
+        return piece % 2 == 0 ? colours::kBlue : colours::kOrange;
     };
     const std::size_t count = playback.starts.size();
-    const auto startOf = [&](std::size_t stretch) {
-        return stretch < count ? std::min(frames, playback.starts[stretch]) : frames;
+    const auto startOf = [&](std::size_t piece) {
+        return piece < count ? std::min(frames, playback.starts[piece]) : frames;
     };
-    for (std::size_t stretch = 0; stretch < count; ++stretch) {
-        picture.curve(envelope(samples, static_cast<std::size_t>(startOf(stretch)),
-                               static_cast<std::size_t>(startOf(stretch + 1))),
-                      shade(stretch), 1.0);
+    for (std::size_t piece = 0; piece < count; ++piece) {
+        picture.curve(envelope(samples, static_cast<std::size_t>(startOf(piece)),
+                               static_cast<std::size_t>(startOf(piece + 1))),
+                      shade(piece), 1.0);
     }
 
     const double rate = playback.sound.sampleRate;
@@ -96,19 +96,19 @@ void drawBuffers(const std::string& path, const Playback& playback) {
     const Axis buffers{0.0, 2.0, {{0.5, "secondBuffer"}, {1.5, "firstBuffer"}}, ""};
     picture.panel({110, 270, 626, 100},
                   "What each buffer holds: solid while it plays, pale while it waits", x, buffers);
-    for (std::size_t stretch = 0; stretch < count; ++stretch) {
-        const double bottom = stretch % 2 == 0 ? 1.15 : 0.15;
+    for (std::size_t piece = 0; piece < count; ++piece) {
+        const double bottom = piece % 2 == 0 ? 1.15 : 0.15;
         const double top = bottom + 0.7;
         // A buffer is loaded again as soon as it has been played.
-        const double loaded = stretch < 2 ? 0.0 : startOf(stretch - 1);
-        Colour pale = shade(stretch);
-        picture.bar(loaded, startOf(stretch), bottom, top, {1.0, 1.0, 1.0});
+        const double loaded = piece < 2 ? 0.0 : startOf(piece - 1);
+        Colour pale = shade(piece);
+        picture.bar(loaded, startOf(piece), bottom, top, {1.0, 1.0, 1.0});
         pale.alpha = 0.25;
-        picture.bar(loaded, startOf(stretch), bottom, top, pale);
-        picture.bar(startOf(stretch), startOf(stretch + 1), bottom, top, shade(stretch));
+        picture.bar(loaded, startOf(piece), bottom, top, pale);
+        picture.bar(startOf(piece), startOf(piece + 1), bottom, top, shade(piece));
         if (count <= 40) {
-            picture.label((startOf(stretch) + startOf(stretch + 1)) / 2.0, bottom + 0.35,
-                          std::to_string(stretch), {1.0, 1.0, 1.0});
+            picture.label((startOf(piece) + startOf(piece + 1)) / 2.0, bottom + 0.35,
+                          std::to_string(piece), {1.0, 1.0, 1.0});
         }
     }
     picture.write(path);
@@ -129,12 +129,12 @@ int main(int argc, char** argv) {
     app.add_option("--picture", picture, "PNG file for a drawing of the buffers");
     return runExample(app, argc, argv, [&] {
         WavPlayer player;
-        const WavHeaderError error = player.open(input, background ? WavPlayer::Loading::ownThread
-                                                                   : WavPlayer::Loading::inRender);
+        const WavHeaderError error = player.open(input, background ? WavPlayer::Loading::kOwnThread
+                                                                   : WavPlayer::Loading::kInRender);
         if (alert && isNotWavAlertDue(error)) {
             showNotWavAlert(input);
         }
-        if (error != WavHeaderError::none) {
+        if (error != WavHeaderError::kNone) {
             throw UserError(input + ": " + describe(error));
         }
         const Playback playback = play(player);
@@ -142,7 +142,7 @@ int main(int argc, char** argv) {
         if (playback.sound.left != expected.left || playback.sound.right != expected.right) {
             throw UserError(input + ": is read differently by libsndfile");
         }
-        std::printf("%zu frames through %zu stretches, identical to libsndfile\n",
+        std::printf("%zu frames through %zu pieces, identical to libsndfile\n",
                     playback.sound.left.size(), playback.starts.size());
         if (!picture.empty()) {
             drawBuffers(picture, playback);

@@ -12,12 +12,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "soundlib/SharedField.h"
+#include "soundlib/LiveField.h"
 #include "tests/soundlib/StreamFixture.h"
 
 namespace {
 
-constexpr bool inBackground = true;
+constexpr bool kInBackground = true;
 
 struct Creation {
     pthread_t* handle;
@@ -96,13 +96,13 @@ protected:
 };
 
 TEST_F(BackgroundFill, GoesThroughTheHighQueueToAThreadOfItsOwn) {
-    const std::string bytes = fixture.writeRandomFile("a", 3 * fillBytes, 44);
-    reader.start(&fixture.info, inBackground);
+    const std::string bytes = fixture.writeRandomFile("a", 3 * kFillBytes, 44);
+    reader.start(&fixture.info, kInBackground);
     EXPECT_EQ(finishFill(), &reader);
-    reader.fillSecondBuffer(inBackground);
+    reader.fillSecondBuffer(kInBackground);
     EXPECT_EQ(finishFill(), &reader);
     EXPECT_EQ(bytesOf(fixture.first), filledFrom(bytes, 44));
-    EXPECT_EQ(bytesOf(fixture.second), filledFrom(bytes, 44 + fillBytes));
+    EXPECT_EQ(bytesOf(fixture.second), filledFrom(bytes, 44 + kFillBytes));
 
     ASSERT_EQ(wiretap.creations.size(), 2u);
     EXPECT_EQ(wiretap.creations[0].handle, &reader.firstThread);
@@ -143,7 +143,7 @@ TEST_F(BackgroundFill, StartAsksAfterEverythingButCounterAIsReset) {
         EXPECT_FALSE(reader.filling);
         EXPECT_EQ(reader.streamCounterA, 7);
     };
-    reader.start(&fixture.info, inBackground);
+    reader.start(&fixture.info, kInBackground);
     EXPECT_EQ(requests, 1);
     EXPECT_EQ(reader.streamCounterA, 0);
     finishFill();
@@ -160,24 +160,24 @@ TEST_F(BackgroundFill, StartReadsItsFlagOnEntry) {
 }
 
 TEST_F(BackgroundFill, DeliversTheFileAsOneSequenceWhateverItsLength) {
-    for (const std::size_t length : {std::size_t{0}, std::size_t{1}, fillBytes - 1, fillBytes,
-                                     fillBytes + 1, 2 * fillBytes, 3 * fillBytes + 4711}) {
+    for (const std::size_t length : {std::size_t{0}, std::size_t{1}, kFillBytes - 1, kFillBytes,
+                                     kFillBytes + 1, 2 * kFillBytes, 3 * kFillBytes + 4711}) {
         SCOPED_TRACE(length);
         const std::string bytes = fixture.writeRandomFile("a", length, 3);
         fixture.markBuffers();
-        reader.start(&fixture.info, inBackground);
+        reader.start(&fixture.info, kInBackground);
         std::size_t position = 3;
         for (int turn = 0; turn < 5; ++turn) {
             finishFill();
             ASSERT_FALSE(reader.filling);
             ASSERT_EQ(bytesOf(turn % 2 == 0 ? fixture.first : fixture.second),
                       filledFrom(bytes, position));
-            position += fillBytes;
+            position += kFillBytes;
             fixture.markBuffers();
             if (turn % 2 == 0) {
-                reader.fillSecondBuffer(inBackground);
+                reader.fillSecondBuffer(kInBackground);
             } else {
-                reader.fillFirstBuffer(inBackground);
+                reader.fillFirstBuffer(kInBackground);
             }
         }
         finishFill();
@@ -185,19 +185,19 @@ TEST_F(BackgroundFill, DeliversTheFileAsOneSequenceWhateverItsLength) {
 }
 
 TEST_F(BackgroundFill, ForegroundAndBackgroundFillsShareTheSequence) {
-    const std::string bytes = fixture.writeRandomFile("a", 5 * fillBytes, 0);
-    reader.start(&fixture.info, inBackground);
+    const std::string bytes = fixture.writeRandomFile("a", 5 * kFillBytes, 0);
+    reader.start(&fixture.info, kInBackground);
     finishFill();
     reader.fillSecondBuffer(false);
-    EXPECT_EQ(bytesOf(fixture.second), filledFrom(bytes, fillBytes));
-    reader.fillFirstBuffer(inBackground);
+    EXPECT_EQ(bytesOf(fixture.second), filledFrom(bytes, kFillBytes));
+    reader.fillFirstBuffer(kInBackground);
     finishFill();
-    EXPECT_EQ(bytesOf(fixture.first), filledFrom(bytes, 2 * fillBytes));
+    EXPECT_EQ(bytesOf(fixture.first), filledFrom(bytes, 2 * kFillBytes));
 }
 
 TEST_F(BackgroundFill, MissingFileLeavesTheBuffersAndEndsTheFill) {
     fixture.info.path = fixture.folder.file("missing");
-    reader.start(&fixture.info, inBackground);
+    reader.start(&fixture.info, kInBackground);
     EXPECT_EQ(finishFill(), &reader);
     EXPECT_FALSE(reader.filling);
     EXPECT_FALSE(reader.reopenPending);
@@ -209,12 +209,12 @@ TEST_F(BackgroundFill, RequestReturnsWhileTheDiskStillBlocks) {
     // Opening a pipe for reading blocks until somebody opens it for writing.
     fixture.info.path = fixture.folder.file("pipe");
     ASSERT_EQ(0, mkfifo(fixture.info.path.c_str(), 0600));
-    reader.start(&fixture.info, inBackground);
-    while (!readFresh(reader.filling)) {
+    reader.start(&fixture.info, kInBackground);
+    while (!readLive(reader.filling)) {
         std::this_thread::yield();
     }
-    EXPECT_TRUE(readFresh(reader.filling));
-    EXPECT_TRUE(readFresh(reader.reopenPending));
+    EXPECT_TRUE(readLive(reader.filling));
+    EXPECT_TRUE(readLive(reader.reopenPending));
     const int writer = open(fixture.info.path.c_str(), O_WRONLY);
     finishFill();
     close(writer);
@@ -223,12 +223,12 @@ TEST_F(BackgroundFill, RequestReturnsWhileTheDiskStillBlocks) {
 }
 
 TEST_F(BackgroundFill, StartAgainReopensInTheBackground) {
-    const std::string oldBytes = fixture.writeRandomFile("old", 2 * fillBytes, 0);
+    const std::string oldBytes = fixture.writeRandomFile("old", 2 * kFillBytes, 0);
     WavFileInfo oldInfo = fixture.info;
-    reader.start(&oldInfo, inBackground);
+    reader.start(&oldInfo, kInBackground);
     finishFill();
-    const std::string newBytes = fixture.writeRandomFile("new", 2 * fillBytes + 1, 7);
-    reader.start(&fixture.info, inBackground);
+    const std::string newBytes = fixture.writeRandomFile("new", 2 * kFillBytes + 1, 7);
+    reader.start(&fixture.info, kInBackground);
     finishFill();
     EXPECT_EQ(bytesOf(fixture.first), filledFrom(newBytes, 7));
 }

@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
 
 struct Coefficients {
     double a0, a1, a2, b1, b2;
@@ -34,74 +34,74 @@ void expectSame(const Coefficients& actual, const Coefficients& expected) {
 
 // What the rows below are written in.
 struct Terms {
-    double V, K, K2, R, S, Q, W, U;
+    double v, k, k2, r, s, q, w, u;
 
     Terms(double frequency, double q, double gainDb)
-        : V(std::pow(10.0, std::fabs(gainDb) * 0.05)), K(std::tan(frequency * 3.141592653589793)),
-          K2(K * K), R(1.4142135623730951), S(std::sqrt(V + V)), Q(q), W((1 / Q) * K),
-          U((V * (1 / Q)) * K) {}
+        : v(std::pow(10.0, std::fabs(gainDb) * 0.05)), k(std::tan(frequency * 3.141592653589793)),
+          k2(k * k), r(1.4142135623730951), s(std::sqrt(v + v)), q(q), w((1 / q) * k),
+          u((v * (1 / q)) * k) {}
 };
 
 // One row for each law and sign of the gain.
 Coefficients lowPass(const Terms& t) {
-    const double norm = 1 / (1 + t.K2 + t.K / t.Q);
-    const double a0 = t.K2 * norm;
-    return {a0, 2 * a0, a0, (2 * t.K2 - 2) * norm, (1 + t.K2 - t.K / t.Q) * norm};
+    const double norm = 1 / (1 + t.k2 + t.k / t.q);
+    const double a0 = t.k2 * norm;
+    return {a0, 2 * a0, a0, (2 * t.k2 - 2) * norm, (1 + t.k2 - t.k / t.q) * norm};
 }
 
 Coefficients highPass(const Terms& t) {
-    const double norm = 1 / (1 + t.K2 + t.K / t.Q);
-    return {norm, -2 * norm, norm, (2 * t.K2 - 2) * norm, (1 + t.K2 - t.K / t.Q) * norm};
+    const double norm = 1 / (1 + t.k2 + t.k / t.q);
+    return {norm, -2 * norm, norm, (2 * t.k2 - 2) * norm, (1 + t.k2 - t.k / t.q) * norm};
 }
 
 Coefficients bandPass(const Terms& t) {
-    const double norm = 1 / (1 + t.K2 + t.K / t.Q);
-    const double a0 = (t.K / t.Q) * norm;
-    return {a0, 0.0, -a0, (2 * t.K2 - 2) * norm, (1 + t.K2 - t.K / t.Q) * norm};
+    const double norm = 1 / (1 + t.k2 + t.k / t.q);
+    const double a0 = (t.k / t.q) * norm;
+    return {a0, 0.0, -a0, (2 * t.k2 - 2) * norm, (1 + t.k2 - t.k / t.q) * norm};
 }
 
 Coefficients notch(const Terms& t) {
-    const double norm = 1 / (1 + t.K2 + t.K / t.Q);
-    const double a0 = (1 + t.K2) * norm;
-    const double a1 = (2 * t.K2 - 2) * norm;
-    return {a0, a1, a0, a1, (1 + t.K2 - t.K / t.Q) * norm};
+    const double norm = 1 / (1 + t.k2 + t.k / t.q);
+    const double a0 = (1 + t.k2) * norm;
+    const double a1 = (2 * t.k2 - 2) * norm;
+    return {a0, a1, a0, a1, (1 + t.k2 - t.k / t.q) * norm};
 }
 
 Coefficients peakBoost(const Terms& t) {
-    const double norm = 1 / (1 + t.K2 + t.W);
-    const double a1 = (2 * t.K2 - 2) * norm;
-    return {(1 + t.K2 + t.U) * norm, a1, (1 + t.K2 - t.U) * norm, a1, (1 + t.K2 - t.W) * norm};
+    const double norm = 1 / (1 + t.k2 + t.w);
+    const double a1 = (2 * t.k2 - 2) * norm;
+    return {(1 + t.k2 + t.u) * norm, a1, (1 + t.k2 - t.u) * norm, a1, (1 + t.k2 - t.w) * norm};
 }
 
 Coefficients peakCut(const Terms& t) {
-    const double norm = 1 / (1 + t.K2 + t.U);
-    const double a1 = (2 * t.K2 - 2) * norm;
-    return {(1 + t.K2 + t.W) * norm, a1, (1 + t.K2 - t.W) * norm, a1, (1 + t.K2 - t.U) * norm};
+    const double norm = 1 / (1 + t.k2 + t.u);
+    const double a1 = (2 * t.k2 - 2) * norm;
+    return {(1 + t.k2 + t.w) * norm, a1, (1 + t.k2 - t.w) * norm, a1, (1 + t.k2 - t.u) * norm};
 }
 
 Coefficients lowShelfBoost(const Terms& t) {
-    const double norm = 1 / (1 + t.K2 + t.R * t.K);
-    return {(1 + t.V * t.K2 + t.S * t.K) * norm, (2 * t.V * t.K2 - 2) * norm,
-            (1 + t.V * t.K2 - t.S * t.K) * norm, (2 * t.K2 - 2) * norm,
-            (1 - t.R * t.K + t.K2) * norm};
+    const double norm = 1 / (1 + t.k2 + t.r * t.k);
+    return {(1 + t.v * t.k2 + t.s * t.k) * norm, (2 * t.v * t.k2 - 2) * norm,
+            (1 + t.v * t.k2 - t.s * t.k) * norm, (2 * t.k2 - 2) * norm,
+            (1 - t.r * t.k + t.k2) * norm};
 }
 
 Coefficients lowShelfCut(const Terms& t) {
-    const double norm = 1 / (1 + t.V * t.K2 + t.S * t.K);
-    return {(1 + t.R * t.K + t.K2) * norm, (2 * t.K2 - 2) * norm, (1 - t.R * t.K + t.K2) * norm,
-            (2 * t.V * t.K2 - 2) * norm, (1 + t.V * t.K2 - t.S * t.K) * norm};
+    const double norm = 1 / (1 + t.v * t.k2 + t.s * t.k);
+    return {(1 + t.r * t.k + t.k2) * norm, (2 * t.k2 - 2) * norm, (1 - t.r * t.k + t.k2) * norm,
+            (2 * t.v * t.k2 - 2) * norm, (1 + t.v * t.k2 - t.s * t.k) * norm};
 }
 
 Coefficients highShelfBoost(const Terms& t) {
-    const double norm = 1 / (1 + t.K2 + t.R * t.K);
-    return {(t.V + t.K2 + t.S * t.K) * norm, (norm + norm) * (t.K2 - t.V),
-            (t.V + t.K2 - t.S * t.K) * norm, (2 * t.K2 - 2) * norm, (1 - t.R * t.K + t.K2) * norm};
+    const double norm = 1 / (1 + t.k2 + t.r * t.k);
+    return {(t.v + t.k2 + t.s * t.k) * norm, (norm + norm) * (t.k2 - t.v),
+            (t.v + t.k2 - t.s * t.k) * norm, (2 * t.k2 - 2) * norm, (1 - t.r * t.k + t.k2) * norm};
 }
 
 Coefficients highShelfCut(const Terms& t) {
-    const double norm = 1 / (t.V + t.K2 + t.S * t.K);
-    return {(1 + t.R * t.K + t.K2) * norm, (2 * t.K2 - 2) * norm, (1 - t.R * t.K + t.K2) * norm,
-            (norm + norm) * (t.K2 - t.V), (t.V + t.K2 - t.S * t.K) * norm};
+    const double norm = 1 / (t.v + t.k2 + t.s * t.k);
+    return {(1 + t.r * t.k + t.k2) * norm, (2 * t.k2 - 2) * norm, (1 - t.r * t.k + t.k2) * norm,
+            (norm + norm) * (t.k2 - t.v), (t.v + t.k2 - t.s * t.k) * norm};
 }
 
 using Row = Coefficients (*)(const Terms&);
@@ -282,7 +282,7 @@ TEST(BiquadDesigner, ShelvesDoNotReadTheQ) {
     for (const std::int32_t type : {5, 6}) {
         for (const double gainDb : {-9.0, 9.0}) {
             const BiquadDesigner usual(type, 0.07, 0.707, gainDb);
-            for (const double q : {0.0, -3.0, 100.0, notANumber}) {
+            for (const double q : {0.0, -3.0, 100.0, kNotANumber}) {
                 expectSame(coefficientsOf(BiquadDesigner(type, 0.07, q, gainDb)),
                            coefficientsOf(usual));
             }
@@ -293,7 +293,7 @@ TEST(BiquadDesigner, ShelvesDoNotReadTheQ) {
 TEST(BiquadDesigner, FirstFourTypesDoNotReadTheGain) {
     for (const std::int32_t type : {0, 1, 2, 3}) {
         const BiquadDesigner usual(type, 0.07, 0.707, 0.0);
-        for (const double gainDb : {-200.0, 12.0, notANumber}) {
+        for (const double gainDb : {-200.0, 12.0, kNotANumber}) {
             expectSame(coefficientsOf(BiquadDesigner(type, 0.07, 0.707, gainDb)),
                        coefficientsOf(usual));
         }
@@ -301,8 +301,8 @@ TEST(BiquadDesigner, FirstFourTypesDoNotReadTheGain) {
 }
 
 TEST(BiquadDesigner, HalfTheSampleRateRunsThroughWithAVeryLargeTangent) {
-    const double K = std::tan(0.5 * 3.141592653589793);
-    EXPECT_GT(K, 1e16);
+    const double k = std::tan(0.5 * 3.141592653589793);
+    EXPECT_GT(k, 1e16);
     expectSame(coefficientsOf(BiquadDesigner(0, 0.5, 0.707, 0.0)), lowPass(Terms(0.5, 0.707, 0.0)));
     const BiquadDesigner filter(0, 0.5, 0.707, 0.0);
     EXPECT_NEAR(filter.a0, 1.0, 1e-12);

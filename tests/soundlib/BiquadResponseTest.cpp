@@ -14,10 +14,10 @@ namespace {
 using Wide = long double;
 using Response = std::complex<Wide>;
 
-constexpr Wide pi = 3.14159265358979323846264338327950288L;
+constexpr Wide kPi = 3.14159265358979323846264338327950288L;
 
 Response responseOf(const BiquadDesigner& filter, Wide frequency) {
-    const Response z = std::polar<Wide>(1, -2 * pi * frequency);
+    const Response z = std::polar<Wide>(1, -2 * kPi * frequency);
     return (Wide(filter.a0) + z * (Wide(filter.a1) + z * Wide(filter.a2))) /
            (Wide(1) + z * (Wide(filter.b1) + z * Wide(filter.b2)));
 }
@@ -29,9 +29,9 @@ Wide decibels(const Response& response) {
 // The analogue filter at s, its own frequency at |s| = 1.
 Response analogue(std::int32_t type, Response s, Wide q, Wide gainDb) {
     const Response s2 = s * s;
-    const Wide V = std::pow(Wide(10), std::fabs(gainDb) / 20);
+    const Wide v = std::pow(Wide(10), std::fabs(gainDb) / 20);
     const Wide root2 = std::sqrt(Wide(2));
-    const Wide rootOf2V = std::sqrt(2 * V);
+    const Wide rootOf2V = std::sqrt(2 * v);
     Response boost;
     switch (type) {
     case 0:
@@ -43,13 +43,13 @@ Response analogue(std::int32_t type, Response s, Wide q, Wide gainDb) {
     case 3:
         return (s2 + Wide(1)) / (s2 + s / q + Wide(1));
     case 4:
-        boost = (s2 + s * (V / q) + Wide(1)) / (s2 + s / q + Wide(1));
+        boost = (s2 + s * (v / q) + Wide(1)) / (s2 + s / q + Wide(1));
         break;
     case 5:
-        boost = (s2 + s * rootOf2V + V) / (s2 + s * root2 + Wide(1));
+        boost = (s2 + s * rootOf2V + v) / (s2 + s * root2 + Wide(1));
         break;
     default:
-        boost = (s2 * V + s * rootOf2V + Wide(1)) / (s2 + s * root2 + Wide(1));
+        boost = (s2 * v + s * rootOf2V + Wide(1)) / (s2 + s * root2 + Wide(1));
         break;
     }
     return gainDb < 0 ? Wide(1) / boost : boost;
@@ -57,7 +57,7 @@ Response analogue(std::int32_t type, Response s, Wide q, Wide gainDb) {
 
 // Where the bilinear transform puts `frequency` of a filter designed at `centre`.
 Response warped(Wide frequency, Wide centre) {
-    return {0, std::tan(pi * frequency) / std::tan(pi * centre)};
+    return {0, std::tan(kPi * frequency) / std::tan(kPi * centre)};
 }
 
 } // namespace
@@ -130,8 +130,8 @@ TEST(BiquadResponse, LowShelfHasItsGainAtDcAndHalfOfItNearTheCentre) {
         EXPECT_NEAR(decibels(responseOf(filter, 0.0L)), gainDb, 1e-12);
         EXPECT_NEAR(decibels(responseOf(filter, 0.5L)), 0.0L, 1e-12);
         // At the centre the boost is |V - 1 + j sqrt(2 V)| / sqrt(2).
-        const Wide V = std::pow(Wide(10), std::fabs(Wide(gainDb)) / 20);
-        const Wide boost = 10 * std::log10(((V - 1) * (V - 1) + 2 * V) / 2);
+        const Wide v = std::pow(Wide(10), std::fabs(Wide(gainDb)) / 20);
+        const Wide boost = 10 * std::log10(((v - 1) * (v - 1) + 2 * v) / 2);
         EXPECT_NEAR(decibels(responseOf(filter, 0.1L)), gainDb < 0 ? -boost : boost, 1e-12);
     }
 }
@@ -141,8 +141,8 @@ TEST(BiquadResponse, HighShelfHasItsGainAtNyquist) {
         const BiquadDesigner filter(6, 0.1, 2.5, gainDb);
         EXPECT_NEAR(decibels(responseOf(filter, 0.0L)), 0.0L, 1e-12);
         EXPECT_NEAR(decibels(responseOf(filter, 0.5L)), gainDb, 1e-12);
-        const Wide V = std::pow(Wide(10), std::fabs(Wide(gainDb)) / 20);
-        const Wide boost = 10 * std::log10(((V - 1) * (V - 1) + 2 * V) / 2);
+        const Wide v = std::pow(Wide(10), std::fabs(Wide(gainDb)) / 20);
+        const Wide boost = 10 * std::log10(((v - 1) * (v - 1) + 2 * v) / 2);
         EXPECT_NEAR(decibels(responseOf(filter, 0.1L)), gainDb < 0 ? -boost : boost, 1e-12);
     }
 }

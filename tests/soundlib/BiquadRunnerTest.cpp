@@ -41,8 +41,8 @@ void dropSignsOfZero(std::vector<float>& samples) {
     }
 }
 
-constexpr Signal signals[] = {Signal::Noise, Signal::Impulses,  Signal::Tone,   Signal::Silence,
-                              Signal::Loud,  Signal::Denormals, Signal::Hostile};
+constexpr Signal kSignals[] = {Signal::Noise, Signal::Impulses,  Signal::Tone,   Signal::Silence,
+                               Signal::Loud,  Signal::Denormals, Signal::Hostile};
 
 } // namespace
 
@@ -100,7 +100,7 @@ TEST(BiquadRunner, BlockIsBitForBitTheTicks) {
         Dice dice(seed);
         BiquadDesigner scalar = randomFilter(dice);
         BiquadDesigner block = scalar;
-        const Signal kind = dice.pick(signals);
+        const Signal kind = dice.pick(kSignals);
         for (int part = 0; part < 10; ++part) {
             const auto input = signal(kind, dice, static_cast<std::size_t>(dice.between(1, 400)));
             std::vector<float> expected = ticked(scalar, input);
@@ -125,7 +125,7 @@ TEST(BiquadRunner, PairIsBitForBitTwoFilters) {
         Dice dice(seed);
         BiquadDesigner scalars[] = {randomFilter(dice), randomFilter(dice)};
         BiquadDesigner pair[] = {scalars[0], scalars[1]};
-        const Signal kind = dice.pick(signals);
+        const Signal kind = dice.pick(kSignals);
         for (int part = 0; part < 10; ++part) {
             const auto count = static_cast<std::size_t>(dice.between(1, 400));
             std::vector<float> left = signal(kind, dice, count);

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr std::size_t longestBlock = 700;
+constexpr std::size_t kLongestBlock = 700;
 
 // Most values are ordinary ones, some lie far outside.
 float settingValue(Dice& dice) {
@@ -98,30 +98,30 @@ void expectSameState(const ChorusFixture& chorus) {
     EXPECT_EQ(-1, firstDifference(chorus.lineRight.data(), reference.lineRight.data(), 8192));
 }
 
-enum class Buffers { Apart, InPlace, Crossed };
+enum class Buffers { kApart, kInPlace, kCrossed };
 
 // Runs one block through both and expects the same output.
 void runBlock(ChorusFixture& chorus, Dice& dice, Signal signal) {
-    const auto frames = static_cast<std::size_t>(dice.between(0, longestBlock));
-    std::vector<float> left(longestBlock);
-    std::vector<float> right(longestBlock);
+    const auto frames = static_cast<std::size_t>(dice.between(0, kLongestBlock));
+    std::vector<float> left(kLongestBlock);
+    std::vector<float> right(kLongestBlock);
     fillSignal(signal, dice.bits(), left.data(), frames);
     fillSignal(signal, dice.bits(), right.data(), frames);
-    std::vector<float> expectedLeft(longestBlock);
-    std::vector<float> expectedRight(longestBlock);
+    std::vector<float> expectedLeft(kLongestBlock);
+    std::vector<float> expectedRight(kLongestBlock);
     chorus.reference.process(left.data(), right.data(), expectedLeft.data(), expectedRight.data(),
                              static_cast<std::ptrdiff_t>(frames));
 
-    std::vector<float> apartLeft(longestBlock);
-    std::vector<float> apartRight(longestBlock);
+    std::vector<float> apartLeft(kLongestBlock);
+    std::vector<float> apartRight(kLongestBlock);
     float* inputs[] = {left.data(), right.data()};
     float* outputs[] = {apartLeft.data(), apartRight.data()};
-    const Buffers choices[] = {Buffers::Apart, Buffers::InPlace, Buffers::Crossed};
+    const Buffers choices[] = {Buffers::kApart, Buffers::kInPlace, Buffers::kCrossed};
     const Buffers buffers = dice.pick(choices);
-    if (buffers == Buffers::InPlace) {
+    if (buffers == Buffers::kInPlace) {
         outputs[0] = left.data();
         outputs[1] = right.data();
-    } else if (buffers == Buffers::Crossed) {
+    } else if (buffers == Buffers::kCrossed) {
         outputs[0] = right.data();
         outputs[1] = left.data();
     }

@@ -35,8 +35,8 @@ TEST(ChorusUnitMaker, SmoothersAreDesignedAtTheirFrequencies) {
     const UnitPointer unit = makeUnit();
     SmoothingFilter delay;
     SmoothingFilter wet;
-    designSmoother(&delay, delaySmootherFrequency);
-    designSmoother(&wet, wetSmootherFrequency);
+    designSmoother(&delay, kDelaySmootherFrequency);
+    designSmoother(&wet, kWetSmootherFrequency);
     EXPECT_EQ(unit->delaySmoother->a1, delay.a1);
     EXPECT_EQ(unit->delaySmoother->alpha, delay.alpha);
     EXPECT_EQ(unit->wetSmoother->a1, wet.a1);
@@ -78,7 +78,7 @@ TEST(ChorusUnitMaker, SweepStaysWithinItsSettings) {
 // What the two design frequencies were chosen for.
 TEST(ChorusUnitMaker, DelayJumpBendsThePitchByLessThanHalfAnOctave) {
     const UnitPointer unit = makeUnit();
-    designSmoother(unit->delaySmoother, delaySmootherFrequency);
+    designSmoother(unit->delaySmoother, kDelaySmootherFrequency);
     double before = 0.0;
     double fastest = 0.0;
     for (int i = 0; i < 44100; ++i) {

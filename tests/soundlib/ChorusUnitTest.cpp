@@ -20,7 +20,7 @@ std::string bytesOf(const Record& record) {
     return {reinterpret_cast<const char*>(&record), sizeof(record)};
 }
 
-constexpr double twoOverRate = 4.5351473922902495e-05;
+constexpr double kTwoOverRate = 4.5351473922902495e-05;
 
 } // namespace
 
@@ -68,7 +68,7 @@ TEST(ChorusUnit, RateRestartsTheLfo) {
     unit.lfoValue = 55.0;
     unit.lfoStep = -1.0;
     unit.setRate(0.7f);
-    EXPECT_EQ(unit.lfoStep, (unit.lfoRate * twoOverRate) * 100.3);
+    EXPECT_EQ(unit.lfoStep, (unit.lfoRate * kTwoOverRate) * 100.3);
     EXPECT_GT(unit.lfoStep, 0.0);
     EXPECT_EQ(unit.lfoValue, 0.0);
     EXPECT_EQ(unit.lfoLimit, 100.3);
@@ -82,7 +82,7 @@ TEST(ChorusUnit, DepthIsWidenedBeforeItIsScaledAndRestartsTheLfo) {
     unit.setDepth(0.7f);
     EXPECT_EQ(unit.depthValue, 0.7f);
     EXPECT_EQ(unit.lfoDepth, static_cast<double>(0.7f) * 441.0);
-    EXPECT_EQ(unit.lfoStep, (unit.lfoDepth * twoOverRate) * 3.3);
+    EXPECT_EQ(unit.lfoStep, (unit.lfoDepth * kTwoOverRate) * 3.3);
     EXPECT_EQ(unit.lfoValue, 0.0);
     EXPECT_EQ(unit.lfoLimit, unit.lfoDepth);
     unit.setDepth(1.0f);
@@ -126,8 +126,8 @@ TEST(ChorusUnit, RateAndDepthGroupTheStepDifferently) {
         byRate.setRate(value);
         byDepth.setRate(value);
         byDepth.setDepth(value);
-        EXPECT_EQ(byRate.lfoStep, (byRate.lfoRate * twoOverRate) * byRate.lfoDepth);
-        EXPECT_EQ(byDepth.lfoStep, (byDepth.lfoDepth * twoOverRate) * byDepth.lfoRate);
+        EXPECT_EQ(byRate.lfoStep, (byRate.lfoRate * kTwoOverRate) * byRate.lfoDepth);
+        EXPECT_EQ(byDepth.lfoStep, (byDepth.lfoDepth * kTwoOverRate) * byDepth.lfoRate);
         different += byRate.lfoStep != byDepth.lfoStep ? 1 : 0;
     }
     EXPECT_GT(different, 0);
@@ -141,7 +141,7 @@ TEST(ChorusUnit, RestartTakesOverRateAndDepthAndRises) {
     unit.lfoValue = 50.0;
     unit.lfoStep = -3.0;
     restartLfo(&unit);
-    EXPECT_EQ(unit.lfoStep, (twoOverRate * 123.4) * 2.7);
+    EXPECT_EQ(unit.lfoStep, (kTwoOverRate * 123.4) * 2.7);
     EXPECT_EQ(unit.lfoValue, 0.0);
     EXPECT_EQ(unit.lfoLimit, 123.4);
 }

@@ -182,7 +182,7 @@ TEST_F(Examples, StreamFileIsIdenticalToLibsndfile) {
         const ProcessResult run = runProgram(STREAM_FILE, quoted("phrase.wav") + option +
                                                               " --picture" + quoted("buffers.png"));
         EXPECT_EQ(run.status, 0) << run.err;
-        EXPECT_EQ(run.out, "176400 frames through 11 stretches, identical to libsndfile\n");
+        EXPECT_EQ(run.out, "176400 frames through 11 pieces, identical to libsndfile\n");
         EXPECT_EQ(pictureSize(folder.file("buffers.png")), std::make_pair(1520, 840));
     }
 }

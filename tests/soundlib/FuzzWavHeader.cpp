@@ -27,7 +27,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const WavHeaderError error = walkWavHeader(file, info, format);
     require(info.path == "untouched", "the path stays");
     require(describe(error)[0] != '\0', "every error has a sentence");
-    if (error != WavHeaderError::none) {
+    if (error != WavHeaderError::kNone) {
         require(info.dataOffset == -7 && format.channels == -7 && format.sampleRate == -7 &&
                     format.frames == -7,
                 "an error changes nothing");

@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr double step44100 = 4.5351473922902495e-05;
+constexpr double kStep44100 = 4.5351473922902495e-05;
 
 // Truncated as the machine does it: what an int32 can't hold becomes its smallest value.
 std::int64_t truncated(double value) {
@@ -58,7 +58,7 @@ double ReferenceSmoother::tick(double input) {
 
 void ReferenceChorus::setRate(float value) {
     lfoRate = std::pow(10.0, static_cast<double>(value)) * 1.0555599927902222 + -1.005559992045164;
-    lfoStep = (lfoRate * step44100) * lfoDepth;
+    lfoStep = (lfoRate * kStep44100) * lfoDepth;
     lfoValue = 0.0;
     lfoLimit = lfoDepth;
 }
@@ -68,7 +68,7 @@ void ReferenceChorus::setDepth(float value) {
     if (static_cast<double>(value) > 0.05) {
         lfoDepth = static_cast<double>(value) * 441.0;
     }
-    lfoStep = (lfoDepth * step44100) * lfoRate;
+    lfoStep = (lfoDepth * kStep44100) * lfoRate;
     lfoValue = 0.0;
     lfoLimit = lfoDepth;
 }
@@ -84,7 +84,7 @@ void ReferenceChorus::setMode() {
 }
 
 void ReferenceChorus::restartLfo() {
-    lfoStep = (step44100 * lfoDepth) * lfoRate;
+    lfoStep = (kStep44100 * lfoDepth) * lfoRate;
     lfoValue = 0.0;
     lfoLimit = lfoDepth;
 }

@@ -13,10 +13,10 @@
 
 namespace {
 
-constexpr double pi = 3.141592653589793;
+constexpr double kPi = 3.141592653589793;
 
 double gainAt(const SmoothingFilter& filter, double hertz) {
-    const std::complex<double> z = std::polar(1.0, -2.0 * pi * hertz / 44100.0);
+    const std::complex<double> z = std::polar(1.0, -2.0 * kPi * hertz / 44100.0);
     return std::abs((filter.b0 + z * (filter.b1 + z * filter.b2)) /
                     (filter.a0 + z * (filter.a1 + z * filter.a2)));
 }
@@ -54,7 +54,7 @@ TEST(SmoothingFilter, DesignStoresAngleAndAlpha) {
     designSmoother(&filter, 1000.0f);
     EXPECT_EQ(filter.omega, 1000.0 * 0.00014247585730565955);
     EXPECT_EQ(filter.alpha, std::sin(filter.omega) * 0.4545454446934474);
-    EXPECT_NEAR(filter.omega, 2.0 * pi * 1000.0 / 44100.0, 1e-15);
+    EXPECT_NEAR(filter.omega, 2.0 * kPi * 1000.0 / 44100.0, 1e-15);
     EXPECT_NEAR(filter.alpha, std::sin(filter.omega) * 0.5 / static_cast<double>(1.1f), 1e-15);
 }
 

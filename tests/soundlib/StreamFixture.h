@@ -11,16 +11,16 @@
 #include "tests/support/Dice.h"
 #include "tests/support/TemporaryFolder.h"
 
-inline constexpr std::size_t fillBytes = 65536;
+inline constexpr std::size_t kFillBytes = 65536;
 
 struct StreamFixture {
-    static constexpr char mark = 0x55;
+    static constexpr char kMark = 0x55;
 
     TemporaryFolder folder;
     WavStreamReader reader{};
     WavFileInfo info{};
-    std::vector<std::int16_t> first = std::vector<std::int16_t>(fillBytes / 2);
-    std::vector<std::int16_t> second = std::vector<std::int16_t>(fillBytes / 2);
+    std::vector<std::int16_t> first = std::vector<std::int16_t>(kFillBytes / 2);
+    std::vector<std::int16_t> second = std::vector<std::int16_t>(kFillBytes / 2);
 
     StreamFixture() {
         reader.firstBuffer = first.data();
@@ -34,8 +34,8 @@ struct StreamFixture {
 
     // Fills both buffers with `mark`, so that what a fill leaves alone shows.
     void markBuffers() {
-        std::memset(first.data(), mark, fillBytes);
-        std::memset(second.data(), mark, fillBytes);
+        std::memset(first.data(), kMark, kFillBytes);
+        std::memset(second.data(), kMark, kFillBytes);
     }
 
     // Makes a file of `count` random bytes and points `info` at `dataOffset` in it.
@@ -58,9 +58,9 @@ inline std::string bytesOf(const std::vector<std::int16_t>& buffer) {
 
 // What a marked buffer holds after a fill from `position` of `bytes` on.
 inline std::string filledFrom(const std::string& bytes, std::size_t position) {
-    std::string expected(fillBytes, StreamFixture::mark);
+    std::string expected(kFillBytes, StreamFixture::kMark);
     if (position < bytes.size()) {
-        const std::size_t count = std::min(fillBytes, bytes.size() - position);
+        const std::size_t count = std::min(kFillBytes, bytes.size() - position);
         expected.replace(0, count, bytes, position, count);
     }
     return expected;

@@ -51,7 +51,7 @@ Heard expected(const std::string& path) {
     return heard;
 }
 
-// Renders in blocks of `blockSize` to the end and leaves out the silence of late stretches and
+// Renders in blocks of `blockSize` to the end and leaves out the silence of late pieces and
 // behind the last frame.
 Heard play(WavPlayer& player, std::int32_t blockSize) {
     Heard heard;
@@ -91,7 +91,7 @@ TEST_P(WavPlaying, IsWhatLibsndfileReadsWhateverTheLength) {
             SCOPED_TRACE(std::to_string(channels) + " channels, " + std::to_string(frames));
             const std::string path = writeFile(folder, channels, frames);
             WavPlayer player;
-            ASSERT_EQ(player.open(path, GetParam()), WavHeaderError::none);
+            ASSERT_EQ(player.open(path, GetParam()), WavHeaderError::kNone);
             const Heard heard = play(player, 441);
             const Heard whole = expected(path);
             ASSERT_EQ(heard.left, whole.left);
@@ -107,7 +107,7 @@ TEST_P(WavPlaying, BlocksMayHaveAnySize) {
     const Heard whole = expected(path);
     for (const std::int32_t blockSize : {1, 64, 32768, 1000000}) {
         WavPlayer player;
-        ASSERT_EQ(player.open(path, GetParam()), WavHeaderError::none);
+        ASSERT_EQ(player.open(path, GetParam()), WavHeaderError::kNone);
         ASSERT_EQ(play(player, blockSize).left, whole.left);
     }
 }
@@ -116,7 +116,7 @@ TEST_P(WavPlaying, BuffersTakeTurnsAndTheFlagsAndCountersTellIt) {
     const TemporaryFolder folder;
     const std::string path = writeFile(folder, 1, 3 * wavReadLength + 10);
     WavPlayer player;
-    ASSERT_EQ(player.open(path, GetParam()), WavHeaderError::none);
+    ASSERT_EQ(player.open(path, GetParam()), WavHeaderError::kNone);
     const WavStreamReader& reader = player.reader();
     EXPECT_TRUE(reader.startedFlag);
     EXPECT_EQ(reader.streamCounterA, 0);
@@ -139,7 +139,7 @@ TEST_P(WavPlaying, BuffersTakeTurnsAndTheFlagsAndCountersTellIt) {
         player.render(outputs, 4096);
     }
     EXPECT_EQ(reader.streamCounterB, 3);
-    EXPECT_EQ(reader.streamCounterC, 4); // stretches loaded
+    EXPECT_EQ(reader.streamCounterC, 4); // pieces loaded
     EXPECT_FALSE(reader.startedFlag);
 }
 
@@ -147,7 +147,7 @@ TEST_P(WavPlaying, FileCutWhileItPlaysEndsEarly) {
     const TemporaryFolder folder;
     const std::string path = writeFile(folder, 2, 300000);
     WavPlayer player;
-    ASSERT_EQ(player.open(path, GetParam()), WavHeaderError::none);
+    ASSERT_EQ(player.open(path, GetParam()), WavHeaderError::kNone);
     std::filesystem::resize_file(path, 44 + 4 * 50000 + 3);
     std::vector<float> block(300001);
     float* outputs[] = {block.data(), block.data()};
@@ -155,7 +155,7 @@ TEST_P(WavPlaying, FileCutWhileItPlaysEndsEarly) {
         player.render(outputs, 100);
         std::this_thread::yield();
     }
-    EXPECT_LE(player.reader().streamCounterC, 8); // of the 19 stretches of the whole
+    EXPECT_LE(player.reader().streamCounterC, 8); // of the 19 pieces of the whole
 }
 
 TEST_P(WavPlaying, FrameThatTheCutFileEndsInIsNotHeard) {
@@ -167,8 +167,8 @@ TEST_P(WavPlaying, FrameThatTheCutFileEndsInIsNotHeard) {
         folder.write("a.wav", wavOf(chunk("fmt ", threeChannels.bytes()) +
                                     chunk("data", std::string(240000, '\x11'))));
     WavPlayer player;
-    ASSERT_EQ(player.open(path, GetParam()), WavHeaderError::none);
-    // Two stretches are loaded and end inside a frame, of which the third has one sample more.
+    ASSERT_EQ(player.open(path, GetParam()), WavHeaderError::kNone);
+    // Two pieces are loaded and end inside a frame, of which the third has one sample more.
     std::filesystem::resize_file(path, 44 + (2 * wavReadLength + 1) * 2);
     std::ptrdiff_t heard = 0;
     while (player.isPlaying()) {
@@ -191,21 +191,21 @@ TEST_P(WavPlaying, CloseInTheMiddleAndOpenAgain) {
     std::vector<float> right(5000);
     float* outputs[] = {left.data(), right.data()};
     for (int round = 0; round < 3; ++round) {
-        ASSERT_EQ(player.open(path, GetParam()), WavHeaderError::none);
+        ASSERT_EQ(player.open(path, GetParam()), WavHeaderError::kNone);
         player.render(outputs, 5000);
         player.close();
         EXPECT_FALSE(player.isPlaying());
         player.render(outputs, 5000);
         EXPECT_EQ(left, std::vector<float>(5000));
     }
-    ASSERT_EQ(player.open(path, GetParam()), WavHeaderError::none);
+    ASSERT_EQ(player.open(path, GetParam()), WavHeaderError::kNone);
     EXPECT_EQ(play(player, 512).left, expected(path).left);
 }
 
 INSTANTIATE_TEST_SUITE_P(Loading, WavPlaying,
-                         testing::Values(Loading::inRender, Loading::ownThread),
+                         testing::Values(Loading::kInRender, Loading::kOwnThread),
                          [](const auto& info) {
-                             return info.param == Loading::inRender ? "InRender" : "OwnThread";
+                             return info.param == Loading::kInRender ? "InRender" : "OwnThread";
                          });
 
 TEST(WavPlayer, RendersSilenceBeforeAFileIsOpen) {
@@ -223,7 +223,7 @@ TEST(WavPlayer, RendersSilenceBeforeAFileIsOpen) {
 TEST(WavPlayer, EmptyBlockChangesNothing) {
     const TemporaryFolder folder;
     WavPlayer player;
-    ASSERT_EQ(player.open(writeFile(folder, 2, 100), Loading::inRender), WavHeaderError::none);
+    ASSERT_EQ(player.open(writeFile(folder, 2, 100), Loading::kInRender), WavHeaderError::kNone);
     float* outputs[] = {nullptr, nullptr};
     player.render(outputs, 0);
     player.render(outputs, -1);
@@ -240,8 +240,8 @@ TEST(WavPlayer, FullScaleIsOne) {
     WavPlayer player;
     ASSERT_EQ(
         player.open(folder.write("a.wav", wavOf(chunk("fmt ", mono.bytes()) + chunk("data", data))),
-                    Loading::inRender),
-        WavHeaderError::none);
+                    Loading::kInRender),
+        WavHeaderError::kNone);
     float left[4];
     float right[4];
     float* outputs[] = {left, right};
@@ -260,7 +260,7 @@ TEST(WavPlayer, ChunksBehindTheSamplesAreNotPlayed) {
         folder.write("a.wav", wavOf(chunk("fmt ", FormatBytes().bytes()) + chunk("data", data) +
                                     chunk("LIST", std::string(4000, '\x22'))));
     WavPlayer player;
-    ASSERT_EQ(player.open(path, Loading::inRender), WavHeaderError::none);
+    ASSERT_EQ(player.open(path, Loading::kInRender), WavHeaderError::kNone);
     EXPECT_EQ(player.format().frames, 100);
     std::vector<float> left(200);
     std::vector<float> right(200);
@@ -275,11 +275,12 @@ TEST(WavPlayer, ChunksBehindTheSamplesAreNotPlayed) {
 TEST(WavPlayer, FileOfAnotherKindLeavesThePlayerClosed) {
     const TemporaryFolder folder;
     WavPlayer player;
-    ASSERT_EQ(player.open(writeFile(folder, 2, 1000), Loading::ownThread), WavHeaderError::none);
+    ASSERT_EQ(player.open(writeFile(folder, 2, 1000), Loading::kOwnThread), WavHeaderError::kNone);
     EXPECT_TRUE(player.isPlaying());
-    EXPECT_EQ(player.open(folder.write("b", "something else"), Loading::ownThread),
-              WavHeaderError::notWave);
+    EXPECT_EQ(player.open(folder.write("b", "something else"), Loading::kOwnThread),
+              WavHeaderError::kNotWave);
     EXPECT_FALSE(player.isPlaying());
-    EXPECT_EQ(player.open(folder.file("missing"), Loading::ownThread), WavHeaderError::cannotRead);
+    EXPECT_EQ(player.open(folder.file("missing"), Loading::kOwnThread),
+              WavHeaderError::kCannotRead);
     EXPECT_FALSE(player.isPlaying());
 }

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr bool foreground = false;
+constexpr bool kForeground = false;
 
 } // namespace
 
@@ -38,12 +38,12 @@ TEST(WavStreamReader, OneFillIs32768Samples) {
 
 TEST(WavStreamReader, StartBindsResetsAndFillsTheFirstBuffer) {
     StreamFixture fixture;
-    const std::string bytes = fixture.writeRandomFile("a", 3 * fillBytes, 44);
+    const std::string bytes = fixture.writeRandomFile("a", 3 * kFillBytes, 44);
     WavStreamReader& reader = fixture.reader;
     reader.streamFlagA = reader.streamFlagB = true;
     reader.streamCounterA = reader.streamCounterB = 7;
     reader.streamCounterC = reader.streamCounterD = 7;
-    reader.start(&fixture.info, foreground);
+    reader.start(&fixture.info, kForeground);
     EXPECT_TRUE(reader.startedFlag);
     EXPECT_FALSE(reader.streamFlagA);
     EXPECT_FALSE(reader.streamFlagB);
@@ -73,30 +73,30 @@ TEST(WavStreamReader, FillsDeliverTheFileAsOneSequenceWhateverItsLength) {
                                    1,
                                    2,
                                    45,
-                                   fillBytes - 1,
-                                   fillBytes,
-                                   fillBytes + 1,
-                                   2 * fillBytes - 1,
-                                   2 * fillBytes,
-                                   2 * fillBytes + 1,
-                                   3 * fillBytes + 4711};
+                                   kFillBytes - 1,
+                                   kFillBytes,
+                                   kFillBytes + 1,
+                                   2 * kFillBytes - 1,
+                                   2 * kFillBytes,
+                                   2 * kFillBytes + 1,
+                                   3 * kFillBytes + 4711};
     for (const std::size_t length : lengths) {
         for (const std::int32_t offset : {0, 1, 44, 1000}) {
             SCOPED_TRACE(std::to_string(length) + " from " + std::to_string(offset));
             StreamFixture fixture;
             const std::string bytes = fixture.writeRandomFile("a", length, offset);
-            fixture.reader.start(&fixture.info, foreground);
+            fixture.reader.start(&fixture.info, kForeground);
             std::size_t position = static_cast<std::size_t>(offset);
             for (int turn = 0; turn < 6; ++turn) {
                 const std::vector<std::int16_t>& buffer =
                     turn % 2 == 0 ? fixture.first : fixture.second;
                 ASSERT_EQ(bytesOf(buffer), filledFrom(bytes, position)) << "turn " << turn;
-                position += fillBytes;
+                position += kFillBytes;
                 fixture.markBuffers();
                 if (turn % 2 == 0) {
-                    fixture.reader.fillSecondBuffer(foreground);
+                    fixture.reader.fillSecondBuffer(kForeground);
                 } else {
-                    fixture.reader.fillFirstBuffer(foreground);
+                    fixture.reader.fillFirstBuffer(kForeground);
                 }
                 ASSERT_FALSE(fixture.reader.filling);
             }
@@ -104,38 +104,38 @@ TEST(WavStreamReader, FillsDeliverTheFileAsOneSequenceWhateverItsLength) {
     }
 }
 
-TEST(WavStreamReader, OrderOfTheFillsDecidesWhichStretchLandsWhere) {
+TEST(WavStreamReader, OrderOfTheFillsDecidesWhichPieceLandsWhere) {
     StreamFixture fixture;
-    const std::string bytes = fixture.writeRandomFile("a", 5 * fillBytes, 0);
-    fixture.reader.start(&fixture.info, foreground);
-    fixture.reader.fillFirstBuffer(foreground);
-    fixture.reader.fillFirstBuffer(foreground);
-    fixture.reader.fillSecondBuffer(foreground);
-    EXPECT_EQ(bytesOf(fixture.first), filledFrom(bytes, 2 * fillBytes));
-    EXPECT_EQ(bytesOf(fixture.second), filledFrom(bytes, 3 * fillBytes));
+    const std::string bytes = fixture.writeRandomFile("a", 5 * kFillBytes, 0);
+    fixture.reader.start(&fixture.info, kForeground);
+    fixture.reader.fillFirstBuffer(kForeground);
+    fixture.reader.fillFirstBuffer(kForeground);
+    fixture.reader.fillSecondBuffer(kForeground);
+    EXPECT_EQ(bytesOf(fixture.first), filledFrom(bytes, 2 * kFillBytes));
+    EXPECT_EQ(bytesOf(fixture.second), filledFrom(bytes, 3 * kFillBytes));
 }
 
 TEST(WavStreamReader, FileEndingInsideAFillFailsTheStreamUntilTheNextStart) {
     StreamFixture fixture;
     const std::string bytes = fixture.writeRandomFile("a", 1000, 0);
-    fixture.reader.start(&fixture.info, foreground);
+    fixture.reader.start(&fixture.info, kForeground);
     EXPECT_TRUE(fixture.reader.stream.fail());
     EXPECT_EQ(bytesOf(fixture.first), filledFrom(bytes, 0));
     fixture.markBuffers();
-    fixture.reader.fillSecondBuffer(foreground);
-    fixture.reader.fillFirstBuffer(foreground);
+    fixture.reader.fillSecondBuffer(kForeground);
+    fixture.reader.fillFirstBuffer(kForeground);
     EXPECT_EQ(bytesOf(fixture.first), filledFrom("", 0));
     EXPECT_EQ(bytesOf(fixture.second), filledFrom("", 0));
-    fixture.reader.start(&fixture.info, foreground);
+    fixture.reader.start(&fixture.info, kForeground);
     EXPECT_EQ(bytesOf(fixture.first), filledFrom(bytes, 0));
 }
 
 TEST(WavStreamReader, FileEndingExactlyAtAFillFailsAtTheNextOne) {
     StreamFixture fixture;
-    fixture.writeRandomFile("a", fillBytes, 0);
-    fixture.reader.start(&fixture.info, foreground);
+    fixture.writeRandomFile("a", kFillBytes, 0);
+    fixture.reader.start(&fixture.info, kForeground);
     EXPECT_TRUE(fixture.reader.stream.good());
-    fixture.reader.fillSecondBuffer(foreground);
+    fixture.reader.fillSecondBuffer(kForeground);
     EXPECT_TRUE(fixture.reader.stream.fail());
     EXPECT_EQ(bytesOf(fixture.second), filledFrom("", 0));
 }
@@ -143,26 +143,26 @@ TEST(WavStreamReader, FileEndingExactlyAtAFillFailsAtTheNextOne) {
 TEST(WavStreamReader, PathThatDoesNotOpenIsTriedAgainByStartOnly) {
     StreamFixture fixture;
     fixture.info.path = fixture.folder.file("missing");
-    fixture.reader.start(&fixture.info, foreground);
+    fixture.reader.start(&fixture.info, kForeground);
     EXPECT_FALSE(fixture.reader.reopenPending);
     EXPECT_FALSE(fixture.reader.filling);
     EXPECT_TRUE(fixture.reader.stream.fail());
     EXPECT_EQ(bytesOf(fixture.first), filledFrom("", 0));
 
     const std::string bytes = fixture.writeRandomFile("missing", 1000, 0);
-    fixture.reader.fillFirstBuffer(foreground);
-    fixture.reader.fillSecondBuffer(foreground);
+    fixture.reader.fillFirstBuffer(kForeground);
+    fixture.reader.fillSecondBuffer(kForeground);
     EXPECT_EQ(bytesOf(fixture.first), filledFrom("", 0));
     EXPECT_EQ(bytesOf(fixture.second), filledFrom("", 0));
 
-    fixture.reader.start(&fixture.info, foreground);
+    fixture.reader.start(&fixture.info, kForeground);
     EXPECT_EQ(bytesOf(fixture.first), filledFrom(bytes, 0));
 }
 
 TEST(WavStreamReader, OffsetBehindTheEndDeliversNothing) {
     StreamFixture fixture;
     fixture.writeRandomFile("a", 1000, 2000);
-    fixture.reader.start(&fixture.info, foreground);
+    fixture.reader.start(&fixture.info, kForeground);
     EXPECT_EQ(bytesOf(fixture.first), filledFrom("", 0));
     EXPECT_FALSE(fixture.reader.filling);
 }
@@ -170,7 +170,7 @@ TEST(WavStreamReader, OffsetBehindTheEndDeliversNothing) {
 TEST(WavStreamReader, NegativeOffsetDeliversNothing) {
     StreamFixture fixture;
     fixture.writeRandomFile("a", 1000, -1);
-    fixture.reader.start(&fixture.info, foreground);
+    fixture.reader.start(&fixture.info, kForeground);
     EXPECT_EQ(bytesOf(fixture.first), filledFrom("", 0));
     EXPECT_TRUE(fixture.reader.stream.fail());
 }
@@ -185,59 +185,59 @@ TEST(WavStreamReader, OffsetIsWidenedForTheSeek) {
     }
     std::ofstream(fixture.info.path, std::ios::binary | std::ios::app)
         << "the samples across the border of 2 GiB";
-    fixture.reader.start(&fixture.info, foreground);
+    fixture.reader.start(&fixture.info, kForeground);
     EXPECT_EQ(bytesOf(fixture.first), filledFrom("the samples across the border of 2 GiB", 0));
 }
 
 TEST(WavStreamReader, SecondBufferReadsOnInTheOldFileUntilTheFirstHasOpenedTheNewOne) {
     StreamFixture fixture;
-    const std::string oldBytes = fixture.writeRandomFile("old", 4 * fillBytes, 10);
+    const std::string oldBytes = fixture.writeRandomFile("old", 4 * kFillBytes, 10);
     WavFileInfo oldInfo = fixture.info;
-    fixture.reader.start(&oldInfo, foreground);
+    fixture.reader.start(&oldInfo, kForeground);
     // What a start in the background leaves until its thread runs.
-    const std::string newBytes = fixture.writeRandomFile("new", 4 * fillBytes + 1, 20);
+    const std::string newBytes = fixture.writeRandomFile("new", 4 * kFillBytes + 1, 20);
     fixture.reader.info = &fixture.info;
     fixture.reader.reopenPending = true;
-    fixture.reader.fillSecondBuffer(foreground);
-    EXPECT_EQ(bytesOf(fixture.second), filledFrom(oldBytes, 10 + fillBytes));
+    fixture.reader.fillSecondBuffer(kForeground);
+    EXPECT_EQ(bytesOf(fixture.second), filledFrom(oldBytes, 10 + kFillBytes));
     EXPECT_TRUE(fixture.reader.reopenPending);
-    fixture.reader.fillFirstBuffer(foreground);
+    fixture.reader.fillFirstBuffer(kForeground);
     EXPECT_EQ(bytesOf(fixture.first), filledFrom(newBytes, 20));
-    fixture.reader.fillSecondBuffer(foreground);
-    EXPECT_EQ(bytesOf(fixture.second), filledFrom(newBytes, 20 + fillBytes));
+    fixture.reader.fillSecondBuffer(kForeground);
+    EXPECT_EQ(bytesOf(fixture.second), filledFrom(newBytes, 20 + kFillBytes));
 }
 
 TEST(WavStreamReader, StartAgainReadsFromTheOffsetAgain) {
     StreamFixture fixture;
-    const std::string bytes = fixture.writeRandomFile("a", 3 * fillBytes, 10);
+    const std::string bytes = fixture.writeRandomFile("a", 3 * kFillBytes, 10);
     for (int round = 0; round < 3; ++round) {
-        fixture.reader.start(&fixture.info, foreground);
+        fixture.reader.start(&fixture.info, kForeground);
         EXPECT_EQ(bytesOf(fixture.first), filledFrom(bytes, 10));
-        fixture.reader.fillSecondBuffer(foreground);
-        EXPECT_EQ(bytesOf(fixture.second), filledFrom(bytes, 10 + fillBytes));
+        fixture.reader.fillSecondBuffer(kForeground);
+        EXPECT_EQ(bytesOf(fixture.second), filledFrom(bytes, 10 + kFillBytes));
     }
 }
 
 TEST(WavStreamReader, OffsetIsReadWhenTheFileIsOpenedOnly) {
     StreamFixture fixture;
-    const std::string bytes = fixture.writeRandomFile("a", 3 * fillBytes, 10);
-    fixture.reader.start(&fixture.info, foreground);
+    const std::string bytes = fixture.writeRandomFile("a", 3 * kFillBytes, 10);
+    fixture.reader.start(&fixture.info, kForeground);
     fixture.info.dataOffset = 0;
-    fixture.reader.fillFirstBuffer(foreground);
-    EXPECT_EQ(bytesOf(fixture.first), filledFrom(bytes, 10 + fillBytes));
+    fixture.reader.fillFirstBuffer(kForeground);
+    EXPECT_EQ(bytesOf(fixture.first), filledFrom(bytes, 10 + kFillBytes));
 }
 
 TEST(WavStreamReader, FileStaysOpenAfterTheLastFill) {
     StreamFixture fixture;
     fixture.writeRandomFile("a", 100, 0);
-    fixture.reader.start(&fixture.info, foreground);
-    fixture.reader.fillSecondBuffer(foreground);
+    fixture.reader.start(&fixture.info, kForeground);
+    fixture.reader.fillSecondBuffer(kForeground);
     EXPECT_TRUE(fixture.reader.stream.is_open());
 }
 
 TEST(WavStreamReaderMaker, MakesAReaderThatIsReadyForStart) {
     StreamFixture fixture;
-    const std::string bytes = fixture.writeRandomFile("a", 2 * fillBytes, 0);
+    const std::string bytes = fixture.writeRandomFile("a", 2 * kFillBytes, 0);
     const std::unique_ptr<WavStreamReader, decltype(&destroyWavStreamReader)> reader(
         makeWavStreamReader(), destroyWavStreamReader);
     EXPECT_FALSE(reader->startedFlag);
@@ -245,10 +245,10 @@ TEST(WavStreamReaderMaker, MakesAReaderThatIsReadyForStart) {
     int state = PTHREAD_CREATE_JOINABLE;
     pthread_attr_getdetachstate(&reader->threadAttributes, &state);
     EXPECT_EQ(state, PTHREAD_CREATE_DETACHED);
-    reader->start(&fixture.info, foreground);
-    reader->fillSecondBuffer(foreground);
-    EXPECT_EQ(0, std::memcmp(reader->firstBuffer, bytes.data(), fillBytes));
-    EXPECT_EQ(0, std::memcmp(reader->secondBuffer, bytes.data() + fillBytes, fillBytes));
+    reader->start(&fixture.info, kForeground);
+    reader->fillSecondBuffer(kForeground);
+    EXPECT_EQ(0, std::memcmp(reader->firstBuffer, bytes.data(), kFillBytes));
+    EXPECT_EQ(0, std::memcmp(reader->secondBuffer, bytes.data() + kFillBytes, kFillBytes));
 }
 
 TEST(WavStreamReaderMaker, DestroyingNothingIsAllowed) {

@@ -5,14 +5,14 @@
 
 // Reads `field` from memory at this very place: a compiler may lift a plain read out of a loop.
 template <class T>
-T readFresh(const T& field) {
+T readLive(const T& field) {
     static_assert(sizeof(T) <= 8);
     return *static_cast<const volatile T*>(&field);
 }
 
 // Writes `field` to memory at this very place.
 template <class T>
-void writeThrough(T& field, T value) {
+void writeLive(T& field, T value) {
     static_assert(sizeof(T) <= 8);
     *static_cast<volatile T*>(&field) = value;
 }
@@ -20,7 +20,7 @@ void writeThrough(T& field, T value) {
 // Reads `field` so that whatever was written before the matching `publish` can be seen.
 template <class T>
 T acquire(const T& field) {
-    const T value = readFresh(field);
+    const T value = readLive(field);
     __asm__ volatile("" ::: "memory");
     return value;
 }
@@ -29,5 +29,5 @@ T acquire(const T& field) {
 template <class T>
 void publish(T& field, T value) {
     __asm__ volatile("" ::: "memory");
-    writeThrough(field, value);
+    writeLive(field, value);
 }
