@@ -12,10 +12,13 @@ namespace {
 
 using ImageInitialiser = id (*)(id, SEL, NSString*);
 using WindowInitialiser = id (*)(id, SEL, void*);
+using WindowGetter = NSWindow* (*)(id, SEL);
 
 ImageInitialiser inheritedImageInitialiser = nullptr;
 WindowInitialiser inheritedWindowInitialiser = nullptr;
+WindowGetter inheritedKeyWindow = nullptr;
 void* refusedReference = nullptr;
+NSWindow* keyWindowInstead = nil;
 
 // Puts `replacement` into the place of a method, once, and keeps what was there.
 template <typename Function>
@@ -62,6 +65,11 @@ id initWithWindowRef(id self, SEL selector, void* reference) {
     return nil;
 }
 
+NSWindow* keyWindow(id self, SEL selector) {
+    NSWindow* const known = inheritedKeyWindow(self, selector);
+    return known != nil ? known : keyWindowInstead;
+}
+
 } // namespace
 
 void shareOwnPictures() {
@@ -77,4 +85,9 @@ void refuseAsWindowReference(void* view) {
     refusedReference = view;
     replaceMethod("NSWindow", @selector(initWithWindowRef:), initWithWindowRef,
                   inheritedWindowInitialiser);
+}
+
+void useAsKeyWindow(NSWindow* window) {
+    keyWindowInstead = window;
+    replaceMethod("NSApplication", @selector(keyWindow), keyWindow, inheritedKeyWindow);
 }
