@@ -3,8 +3,12 @@
 #include <sys/mman.h>
 
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <stdexcept>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -29,25 +33,50 @@ void* find(const std::vector<MachOFile::Symbol>& symbols, const std::string& nam
     return addressOf(found->address);
 }
 
+std::vector<const BundleImage*>& images() {
+    static std::vector<const BundleImage*> all;
+    return all;
+}
+
 } // namespace
 
-BundleImage::BundleImage(const MachOFile& file, const Resolver& resolve) : file_(file) {
-    for (const MachOFile::Segment& segment : file.segments()) {
-        span_ = std::max(span_, segment.address + segment.size);
+extern "C" {
+
+void tvdelayBindAtFirstUse(); // in LazyBinder.S, which calls this with what the helper pushed
+void* tvdelayTargetOfFirstUse(const void* wordOfImage, std::uint64_t offset);
+}
+
+void* tvdelayTargetOfFirstUse(const void* wordOfImage, std::uint64_t offset) {
+    for (const BundleImage* const image : images()) {
+        if (image->holds(wordOfImage)) {
+            return image->bindLazily(offset);
+        }
     }
+    std::fputs("A stub of no mapped image asked to be bound.\n", stderr);
+    std::abort();
+}
+
+BundleImage::BundleImage(const MachOFile& file, Resolver resolve, const Preparation& prepare)
+    : file_(file), resolve_(std::move(resolve)) {
+    findSpan();
     void* const memory =
         mmap(nullptr, span_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (memory == MAP_FAILED) {
         throw std::runtime_error("there is no memory for the bundle");
     }
     memory_ = static_cast<char*>(memory);
+    images().push_back(this);
     copySegments();
-    setPointers(resolve);
+    setPointers();
     protectSegments();
+    if (prepare) {
+        prepare(*this);
+    }
     runInitialisers();
 }
 
 BundleImage::~BundleImage() {
+    images().erase(std::find(images().begin(), images().end(), this));
     munmap(memory_, span_);
 }
 
@@ -60,7 +89,35 @@ void* BundleImage::local(const std::string& name) const {
 }
 
 void* BundleImage::addressOf(std::uint64_t fileAddress) const {
-    return memory_ + fileAddress;
+    return memory_ + (fileAddress - lowest_);
+}
+
+bool BundleImage::holds(const void* address) const {
+    const auto* const place = static_cast<const char*>(address);
+    return place >= memory_ && place < memory_ + span_;
+}
+
+void* BundleImage::bindLazily(std::uint64_t offset) const {
+    const MachOFile::Bind bind = file_.lazyBindAt(offset);
+    void* const target = resolve_(bind);
+    *static_cast<void**>(addressOf(bind.address)) = target;
+    return target;
+}
+
+// A program's first segment is none of its own: nothing may ever lie at low addresses.
+void BundleImage::findSpan() {
+    std::uint64_t end = 0;
+    lowest_ = ~0ull;
+    for (const MachOFile::Segment& segment : file_.segments()) {
+        if (segment.protection != 0) {
+            lowest_ = std::min(lowest_, segment.address);
+            end = std::max(end, segment.address + segment.size);
+        }
+    }
+    if (end == 0) {
+        throw std::runtime_error("the file has no segments");
+    }
+    span_ = end - lowest_;
 }
 
 void BundleImage::copySegments() {
@@ -72,21 +129,28 @@ void BundleImage::copySegments() {
     }
 }
 
-void BundleImage::setPointers(const Resolver& resolve) {
+void BundleImage::setPointers() {
     for (const std::uint64_t at : file_.rebases()) {
         auto* const pointer = static_cast<std::uint64_t*>(addressOf(at));
         *pointer = reinterpret_cast<std::uint64_t>(addressOf(*pointer));
     }
     for (const MachOFile::Bind& bind : file_.binds()) {
+        if (bind.lazy) {
+            continue;
+        }
         auto* const pointer = static_cast<char**>(addressOf(bind.address));
-        *pointer = static_cast<char*>(resolve(bind)) + bind.addend;
+        void* const target = bind.symbol == "dyld_stub_binder"
+                                 ? reinterpret_cast<void*>(tvdelayBindAtFirstUse)
+                                 : resolve_(bind);
+        *pointer = static_cast<char*>(target) + bind.addend;
     }
 }
 
 void BundleImage::protectSegments() {
     for (const MachOFile::Segment& segment : file_.segments()) {
-        if (segment.size > 0 && mprotect(addressOf(segment.address), segment.size,
-                                         protectionOf(segment.protection)) != 0) {
+        if (segment.size > 0 && segment.protection != 0 &&
+            mprotect(addressOf(segment.address), segment.size, protectionOf(segment.protection)) !=
+                0) {
             throw std::runtime_error("the protection of " + segment.name + " can't be set");
         }
     }
