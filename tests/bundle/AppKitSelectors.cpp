@@ -5,6 +5,7 @@ const std::vector<AppKitSelector>& appKitSelectors() {
         {"NSObject", true, "alloc", 0, false},
         {"NSObject", true, "class", 0, false},
         {"NSObject", false, "init", 0, false},
+        {"NSObject", false, "class", 0, false},
         {"NSObject", false, "retain", 0, false},
         {"NSObject", false, "release", 0, false},
         {"NSObject", false, "autorelease", 0, false},
@@ -96,8 +97,11 @@ const std::vector<AppKitSelector>& appKitSelectors() {
 }
 
 const std::vector<std::string>& outsideSelectors() {
-    static const std::vector<std::string> selectors = {
-        "addSplash:", "removeSplash:", "setAU:", "updateCenterOffsetAmountAndDisplay:",
-        "updateGroupButtons:"};
+    static const std::vector<std::string> selectors = {"addSplash:",
+                                                       "removeSplash:",
+                                                       "setAU:",
+                                                       "knobUpdatedWithIndex:withValue:withObject:",
+                                                       "updateCenterOffsetAmountAndDisplay:",
+                                                       "updateGroupButtons:"};
     return selectors;
 }

@@ -47,13 +47,12 @@ void* tvdelayTargetOfFirstUse(const void* wordOfImage, std::uint64_t offset);
 }
 
 void* tvdelayTargetOfFirstUse(const void* wordOfImage, std::uint64_t offset) {
-    for (const BundleImage* const image : images()) {
-        if (image->holds(wordOfImage)) {
-            return image->bindLazily(offset);
-        }
+    const BundleImage* const image = BundleImage::ofCode(wordOfImage);
+    if (image == nullptr) {
+        std::fputs("A stub of no mapped image asked to be bound.\n", stderr);
+        std::abort();
     }
-    std::fputs("A stub of no mapped image asked to be bound.\n", stderr);
-    std::abort();
+    return image->bindLazily(offset);
 }
 
 BundleImage::BundleImage(const MachOFile& file, Resolver resolve, const Preparation& prepare)
@@ -95,6 +94,13 @@ void* BundleImage::addressOf(std::uint64_t fileAddress) const {
 bool BundleImage::holds(const void* address) const {
     const auto* const place = static_cast<const char*>(address);
     return place >= memory_ && place < memory_ + span_;
+}
+
+const BundleImage* BundleImage::ofCode(const void* address) {
+    const auto found =
+        std::find_if(images().begin(), images().end(),
+                     [&](const BundleImage* image) { return image->holds(address); });
+    return found == images().end() ? nullptr : *found;
 }
 
 void* BundleImage::bindLazily(std::uint64_t offset) const {

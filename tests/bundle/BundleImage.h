@@ -34,6 +34,9 @@ public:
     std::size_t size() const { return span_; }
     bool holds(const void* address) const;
 
+    // The one that holds this address; null when none does.
+    static const BundleImage* ofCode(const void* address);
+
     // Binds what the lazy opcodes at `offset` describe, and gives the function's address.
     void* bindLazily(std::uint64_t offset) const;
 

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <stdexcept>
+#include <utility>
 
 namespace {
 
@@ -28,8 +29,13 @@ const MachOFile& macBundleCode() {
     return file;
 }
 
-RunningMacBundle::RunningMacBundle()
-    : image_(macBundleCode(), [this](const MachOFile::Bind& bind) { return resolve(bind); }) {
+RunningMacBundle::RunningMacBundle() : RunningMacBundle({}, {}) {}
+
+RunningMacBundle::RunningMacBundle(BundleImage::Resolver first,
+                                   const BundleImage::Preparation& prepare)
+    : first_(std::move(first)),
+      image_(
+          macBundleCode(), [this](const MachOFile::Bind& bind) { return resolve(bind); }, prepare) {
     setStandInExecutable(image_.start(), image_.size(), executablePath());
 }
 
@@ -38,7 +44,10 @@ RunningMacBundle::Entry RunningMacBundle::entry() const {
 }
 
 void* RunningMacBundle::resolve(const MachOFile::Bind& bind) {
-    void* found = standInFor(bind.symbol);
+    void* found = first_ ? first_(bind) : nullptr;
+    if (found == nullptr) {
+        found = standInFor(bind.symbol);
+    }
     if (found == nullptr && bind.library == "/usr/lib/libc++.1.dylib") {
         found = inCxxLibrary(bind.symbol);
     } else if (found == nullptr && bind.library == "/usr/lib/libSystem.B.dylib") {

@@ -20,7 +20,10 @@ class RunningMacBundle {
 public:
     using Entry = AEffect* (*)(audioMasterCallback);
 
+    // Throws std::runtime_error when the bundle can't be mapped.
     RunningMacBundle();
+    // `first` is asked before the engine's own stand-ins, and may answer null.
+    RunningMacBundle(BundleImage::Resolver first, const BundleImage::Preparation& prepare);
 
     Entry entry() const;
     const BundleImage& image() const { return image_; }
@@ -28,6 +31,7 @@ public:
 private:
     void* resolve(const MachOFile::Bind& bind);
 
+    BundleImage::Resolver first_;
     Traps traps_;
     BundleImage image_;
 };

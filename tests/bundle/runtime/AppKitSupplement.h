@@ -1,0 +1,48 @@
+// What macOS's AppKit has and GNUstep lacks, as far as the bundle's views use it, and what a test
+// sets about it. Each writes into the journal what it is told.
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+// A view's layer. Nothing of it is seen.
+@interface CALayer : NSObject
+- (void)setBackgroundColor:(id)colour;
+- (void)setCornerRadius:(CGFloat)radius;
+- (void)setBorderWidth:(CGFloat)width;
+- (void)setBorderColor:(id)colour;
+@end
+
+@interface NSView (AppKitSupplement)
+- (void)setWantsLayer:(BOOL)wanted;
+- (CALayer*)layer;
+@end
+
+@interface NSColor (AppKitSupplement)
+- (id)CGColor; // itself
+@end
+
+@interface NSBundle (AppKitSupplement)
+- (BOOL)loadNibNamed:(NSString*)name owner:(id)owner topLevelObjects:(NSArray**)topLevelObjects;
+@end
+
+// A string as it lies in a Mach-O file.
+@interface MachOString : NSString {
+    NSUInteger _flags;
+    const char* _bytes;
+    NSInteger _length;
+}
+@end
+
+namespace supplement {
+
+// What the nib's owner gets as its outlet; no nib is there when nil, as from the start.
+extern id nibView;
+
+// Whether a pointer that initWithWindowRef: gets stands for a window.
+extern bool windowReferences;
+
+// Takes over methods that GNUstep has, and has otherwise than macOS: the bundle of these classes,
+// and windows by reference. `isMapped` tells the mapped classes. Once in a process.
+void start(NSBundle* bundle, bool (*isMapped)(Class));
+
+} // namespace supplement
