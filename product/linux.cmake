@@ -9,3 +9,8 @@ target_link_options(TvDelay PRIVATE
 if(NOT TVDELAY_SANITIZERS)
     target_link_options(TvDelay PRIVATE -Wl,--no-undefined)
 endif()
+
+set(installed_contents lib/vst/TvDelay.vst/Contents)
+install(TARGETS TvDelay LIBRARY
+    DESTINATION ${installed_contents}/x86_64-linux COMPONENT plugin)
+install(FILES ${pictures} DESTINATION ${installed_contents}/Resources COMPONENT plugin)

@@ -16,3 +16,5 @@ if(CMAKE_CROSSCOMPILING)
     set_target_properties(TvDelay PROPERTIES LINK_DEPENDS "${stubs}")
 endif()
 tvdelay_bundle_file(${PROJECT_SOURCE_DIR}/resources/PkgInfo .)
+
+install(TARGETS TvDelay LIBRARY DESTINATION Library/Audio/Plug-Ins/VST COMPONENT plugin)
