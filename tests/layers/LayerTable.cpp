@@ -75,7 +75,7 @@ const std::vector<Layer>& layerTable() {
          "The only room that knows the windows of the system."},
         {"host/commands",
          {"host/base", "host/measure", "host/plot", "host/plugin", "host/render", "host/window"},
-         {"CLI"},
+         {"CLI", "nlohmann"},
          "A command joins the rooms; no room knows a command."},
         // Tests and measurements see what they test, and each other's tools.
         {"tests/support",
