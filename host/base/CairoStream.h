@@ -1,3 +1,4 @@
+// How a picture of Cairo's gets into an output file.
 #pragma once
 
 #include "host/base/OutputFile.h"

@@ -1,3 +1,4 @@
+// Numbers from text and to text, the same in every locale.
 #pragma once
 
 #include <cstdint>
@@ -12,14 +13,14 @@ namespace tvhost {
 std::optional<double> parseNumber(std::string_view text);
 std::optional<std::int64_t> parseWholeNumber(std::string_view text);
 
-// `value` with `digits` digits behind the point, whatever the locale: plug-ins may set one.
+// `value` with `digits` digits after the point, whatever the locale: plug-ins may set one.
 std::string fixedNumber(double value, int digits);
 
-// `value` with up to `digits` digits behind the point, trailing zeros dropped ("0.25", "3",
+// `value` with up to `digits` digits after the point, trailing zeros dropped ("0.25", "3",
 // "-1.5").
 std::string shortNumber(double value, int digits);
 
-// `amplitude` relative to 1.0 as "-3.2 dB" with `digits` digits behind the point; "-inf dB" for 0.
+// `amplitude` relative to 1.0 as "-3.2 dB" with `digits` digits after the point; "-inf dB" for 0.
 std::string decibelText(double amplitude, int digits = 1);
 
 // 20 log10; -infinity for 0.

@@ -28,14 +28,14 @@ public:
     SignalPause() {
         sigset_t all;
         sigfillset(&all);
-        sigprocmask(SIG_BLOCK, &all, &before);
+        sigprocmask(SIG_BLOCK, &all, &before_);
     }
-    ~SignalPause() { sigprocmask(SIG_SETMASK, &before, nullptr); }
+    ~SignalPause() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
     SignalPause(const SignalPause&) = delete;
     SignalPause& operator=(const SignalPause&) = delete;
 
 private:
-    sigset_t before;
+    sigset_t before_;
 };
 
 mode_t defaultPermissions() {
@@ -53,7 +53,7 @@ fs::path followed(const std::string& given) {
     }
     fs::path destination = fs::canonical(path, error);
     if (error) {
-        throw UserError(given + " is a link that leads nowhere; give the name of a file to write");
+        throw UserError(given + " is a broken link; give the name of a file to write");
     }
     return destination;
 }
@@ -67,35 +67,35 @@ void removeUnfinishedOutput() {
     }
 }
 
-OutputFile::OutputFile(const std::string& target_) : given(target_), target(followed(given)) {
+OutputFile::OutputFile(const std::string& target) : given_(target), target_(followed(given_)) {
     mode_t permissions = defaultPermissions();
     struct stat older{};
-    if (stat(target.c_str(), &older) == 0) {
+    if (stat(target_.c_str(), &older) == 0) {
         if (!S_ISREG(older.st_mode)) {
-            throw UserError(given + " is no ordinary file; give the name of a file to write");
+            throw UserError(given_ + " is not an ordinary file; give the name of a file to write");
         }
-        if (access(target.c_str(), W_OK) != 0) {
-            throw UserError(given + " cannot be written: " + std::strerror(errno) +
+        if (access(target_.c_str(), W_OK) != 0) {
+            throw UserError(given_ + " cannot be written: " + std::strerror(errno) +
                             "; give a file that may be replaced");
         }
         permissions = older.st_mode & 07777;
     } else if (errno != ENOENT) {
-        throw UserError(given + " cannot be written: " + std::strerror(errno) +
+        throw UserError(given_ + " cannot be written: " + std::strerror(errno) +
                         "; give the name of a file to write");
     }
 
-    temporary = (target.parent_path() / ".tvhost.XXXXXX").string();
-    const bool fits = temporary.size() < sizeof unfinished;
+    temporary_ = (target_.parent_path() / ".tvhost.XXXXXX").string();
+    const bool fits = temporary_.size() < sizeof unfinished;
     const SignalPause pause;
     errno = ENAMETOOLONG;
-    fileDescriptor = fits ? mkostemp(temporary.data(), O_CLOEXEC) : -1;
-    if (fileDescriptor < 0) {
-        throw UserError(given + " cannot be written: " + std::strerror(errno) +
+    fileDescriptor_ = fits ? mkostemp(temporary_.data(), O_CLOEXEC) : -1;
+    if (fileDescriptor_ < 0) {
+        throw UserError(given_ + " cannot be written: " + std::strerror(errno) +
                         "; give a file in a folder that can be");
     }
-    std::memcpy(unfinished, temporary.c_str(), temporary.size() + 1);
+    std::memcpy(unfinished, temporary_.c_str(), temporary_.size() + 1);
     unfinishedSet = 1;
-    fchmod(fileDescriptor, permissions);
+    fchmod(fileDescriptor_, permissions);
 }
 
 OutputFile::~OutputFile() {
@@ -103,23 +103,23 @@ OutputFile::~OutputFile() {
 }
 
 void OutputFile::discard() {
-    if (fileDescriptor < 0) {
+    if (fileDescriptor_ < 0) {
         return;
     }
-    close(fileDescriptor);
-    fileDescriptor = -1;
+    close(fileDescriptor_);
+    fileDescriptor_ = -1;
     removeUnfinishedOutput();
 }
 
 void OutputFile::commit() {
     const SignalPause pause;
     // Some file systems tell only now that there was no room.
-    const int closed = close(fileDescriptor);
-    fileDescriptor = -1;
-    if (closed != 0 || rename(temporary.c_str(), target.c_str()) != 0) {
+    const int closed = close(fileDescriptor_);
+    fileDescriptor_ = -1;
+    if (closed != 0 || rename(temporary_.c_str(), target_.c_str()) != 0) {
         const std::string reason = std::strerror(errno);
         removeUnfinishedOutput();
-        throw UserError(given + " cannot be written: " + reason +
+        throw UserError(given_ + " cannot be written: " + reason +
                         "; give a file in a folder with room for it");
     }
     unfinishedSet = 0;

@@ -1,3 +1,4 @@
+// An output file that appears under its name only when it is complete.
 #pragma once
 
 #include <filesystem>
@@ -5,7 +6,7 @@
 
 namespace tvhost {
 
-// A file that appears under its name only when it is complete. Until then it is a temporary file in
+// Until commit() it is a temporary file in
 // the same folder, which goes when the object does, and also when a signal ends the program. An
 // older file under the name stays untouched until then and hands on its permissions. One at a time.
 class OutputFile {
@@ -17,7 +18,7 @@ public:
     OutputFile& operator=(const OutputFile&) = delete;
 
     // Open for reading and writing; stays this object's own.
-    int descriptor() const { return fileDescriptor; }
+    int descriptor() const { return fileDescriptor_; }
 
     // Puts the file in its place. Throws UserError when that fails.
     void commit();
@@ -25,10 +26,10 @@ public:
 private:
     void discard();
 
-    std::string given;
-    std::filesystem::path target;
-    std::string temporary;
-    int fileDescriptor = -1;
+    std::string given_;
+    std::filesystem::path target_;
+    std::string temporary_;
+    int fileDescriptor_ = -1;
 };
 
 // Removes the temporary file, if there is one. May be called in a signal handler.

@@ -1,3 +1,4 @@
+// Texts of plug-ins and users, made fit for one line.
 #pragma once
 
 #include <string>

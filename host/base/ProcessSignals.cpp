@@ -35,9 +35,9 @@ void stop(int signal) {
 
 void crash(int signal) {
     removeUnfinishedOutput();
-    constexpr std::string_view text =
+    constexpr std::string_view kText =
         "tvhost: crashed, most likely inside the plug-in; nothing was written\n";
-    const ssize_t written = write(STDERR_FILENO, text.data(), text.size());
+    const ssize_t written = write(STDERR_FILENO, kText.data(), kText.size());
     static_cast<void>(written);
     raise(signal);
 }

@@ -1,3 +1,4 @@
+// What tvhost does when a signal ends it.
 #pragma once
 
 namespace tvhost {

@@ -20,9 +20,9 @@ StopRequest::StopRequest() {
     action.sa_handler = note;
     action.sa_flags = static_cast<int>(SA_RESETHAND);
     for (std::size_t i = 0; i < std::size(kSignals); ++i) {
-        sigaction(kSignals[i], nullptr, &before[i]);
+        sigaction(kSignals[i], nullptr, &before_[i]);
         // What was switched off outside stays off.
-        if (before[i].sa_handler != SIG_IGN) {
+        if (before_[i].sa_handler != SIG_IGN) {
             sigaction(kSignals[i], &action, nullptr);
         }
     }
@@ -30,7 +30,7 @@ StopRequest::StopRequest() {
 
 StopRequest::~StopRequest() {
     for (std::size_t i = 0; i < std::size(kSignals); ++i) {
-        sigaction(kSignals[i], &before[i], nullptr);
+        sigaction(kSignals[i], &before_[i], nullptr);
     }
 }
 

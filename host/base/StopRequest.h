@@ -1,3 +1,4 @@
+// A polite request to stop, by Ctrl-C or kill, noted for a program that ends in its own time.
 #pragma once
 
 #include <csignal>
@@ -18,7 +19,7 @@ public:
 private:
     static constexpr int kSignals[] = {SIGINT, SIGTERM, SIGHUP};
 
-    struct sigaction before[sizeof kSignals / sizeof *kSignals];
+    struct sigaction before_[sizeof kSignals / sizeof *kSignals];
 };
 
 } // namespace tvhost

@@ -1,3 +1,4 @@
+// The one exception for what a user can put right.
 #pragma once
 
 #include <stdexcept>

@@ -1,3 +1,4 @@
+// What all subcommands have in common.
 #pragma once
 
 #include <CLI/App.hpp>

@@ -1,3 +1,4 @@
+// The whole of tvhost but main().
 #pragma once
 
 namespace tvhost {

@@ -14,7 +14,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr auto kTurn = std::chrono::milliseconds(33);
-// Of sound, however long the program was held up.
+// The longest stretch of sound in one turn, however long the program was held up.
 constexpr std::chrono::milliseconds kMostAtOnce(200);
 
 int framesIn(Clock::duration time) {
@@ -26,9 +26,9 @@ int framesIn(Clock::duration time) {
 
 CLI::App* EditCommand::declare(CLI::App& app) {
     CLI::App* const command = app.add_subcommand("edit", "Show an effect's editor in a window");
-    options.declarePlugin(*command);
-    options.declareProgram(*command);
-    options.declareSets(*command);
+    options_.declarePlugin(*command);
+    options_.declareProgram(*command);
+    options_.declareSets(*command);
     command->footer("The effect runs, on silence, until the window is closed or Ctrl-C.\n"
                     "\n"
                     "  tvhost edit --program Canyon");
@@ -37,13 +37,13 @@ CLI::App* EditCommand::declare(CLI::App& app) {
 
 void EditCommand::run() {
     const StopRequest stop;
-    EffectInstance effect(options.load());
+    EffectInstance effect(options_.load());
     HostedEditor::requireEditor(effect);
     effect.start(HostedEditor::kSampleRate, HostedEditor::kBlockSize);
-    options.settings.apply(effect);
+    options_.settings.apply(effect);
 
-    HostedEditor editor(effect, EditorWindow::Kind::Managed);
-    editor.applyAgain(options.settings);
+    HostedEditor editor(effect, EditorWindow::Kind::kManaged);
+    editor.applyAgain(options_.settings);
     Clock::time_point last = Clock::now();
     while (!stop.made() && !editor.window().closed()) {
         const Clock::time_point now = Clock::now();

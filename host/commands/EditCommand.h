@@ -1,3 +1,4 @@
+// tvhost edit: an effect's editor in a window, until the user closes it.
 #pragma once
 
 #include "host/commands/Command.h"
@@ -5,14 +6,13 @@
 
 namespace tvhost {
 
-// Shows an effect's editor in a window until the user closes it.
 class EditCommand : public Command {
 public:
     CLI::App* declare(CLI::App& app) override;
     void run() override;
 
 private:
-    EffectOptions options;
+    EffectOptions options_;
 };
 
 } // namespace tvhost

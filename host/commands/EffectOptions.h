@@ -1,3 +1,4 @@
+// The options by which several commands choose a plug-in and what it is set to.
 #pragma once
 
 #include "host/plugin/EffectInstance.h"
@@ -10,7 +11,6 @@
 
 namespace tvhost {
 
-// The options by which several commands choose a plug-in and what it is set to.
 struct EffectOptions {
     std::string plugin; // as given; empty for the default one
     EffectSettings settings;

@@ -11,14 +11,14 @@ namespace tvhost {
 
 CLI::App* InfoCommand::declare(CLI::App& app) {
     CLI::App* const command = app.add_subcommand("info", "Print what a plug-in says about itself");
-    command->add_option("PLUGIN", plugin, kPluginHelp)->type_name("");
-    command->add_flag("--json", json, "Print JSON, with keys that stay from version to version");
+    command->add_option("PLUGIN", plugin_, kPluginHelp)->type_name("");
+    command->add_flag("--json", json_, "Print JSON, with keys that stay from version to version");
     return command;
 }
 
 void InfoCommand::run() {
-    const EffectInstance effect(std::make_shared<const PluginModule>(pluginPath(plugin)));
-    if (json) {
+    const EffectInstance effect(std::make_shared<const PluginModule>(pluginPath(plugin_)));
+    if (json_) {
         std::cout << describe(effect).dump(2) << "\n";
     } else {
         std::cout << describeForReading(effect);

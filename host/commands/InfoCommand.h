@@ -1,3 +1,4 @@
+// tvhost info: what a plug-in says about itself, as text or as JSON.
 #pragma once
 
 #include "host/commands/Command.h"
@@ -6,15 +7,14 @@
 
 namespace tvhost {
 
-// Prints what a plug-in says about itself, as text or as JSON.
 class InfoCommand : public Command {
 public:
     CLI::App* declare(CLI::App& app) override;
     void run() override;
 
 private:
-    std::string plugin;
-    bool json = false;
+    std::string plugin_;
+    bool json_ = false;
 };
 
 } // namespace tvhost

@@ -14,11 +14,13 @@ namespace tvhost {
 CLI::App* PlotCommand::declare(CLI::App& app) {
     CLI::App* const command =
         app.add_subcommand("plot", "Draw the echoes of an effect and their frequency response");
-    command->add_option("OUT", output, "Picture to write, .svg or .png")->required()->type_name("");
-    options.declarePlugin(*command);
-    CLI::Option* const program = options.declareProgram(*command);
-    options.declareSets(*command);
-    command->add_flag("--all", all, "Draw all programs on one sheet")->excludes(program);
+    command->add_option("OUT", output_, "Picture to write, .svg or .png")
+        ->required()
+        ->type_name("");
+    options_.declarePlugin(*command);
+    CLI::Option* const program = options_.declareProgram(*command);
+    options_.declareSets(*command);
+    command->add_flag("--all", all_, "Draw all programs on one sheet")->excludes(program);
     command->footer(
         "Each input in turn gets one sample of 1.0 at 44100 Hz; echoes are found in what comes\n"
         "out, down to -120 dB, and marked with their time and level.\n"
@@ -29,8 +31,8 @@ CLI::App* PlotCommand::declare(CLI::App& app) {
 }
 
 void PlotCommand::run() {
-    PlotFile::requireKnownExtension(output);
-    if (all) {
+    PlotFile::requireKnownExtension(output_);
+    if (all_) {
         drawAll();
     } else {
         drawOne();
@@ -38,28 +40,28 @@ void PlotCommand::run() {
 }
 
 void PlotCommand::drawOne() const {
-    const EffectMeasurement measurement(options.load(), options.settings);
+    const EffectMeasurement measurement(options_.load(), options_.settings);
     const ProgramPage page(measurement);
-    PlotFile file(output, page.width(), page.height());
+    PlotFile file(output_, page.width(), page.height());
     Canvas canvas = file.canvas();
     page.draw(canvas);
     file.finish();
 }
 
 void PlotCommand::drawAll() const {
-    const auto module = options.load();
+    const auto module = options_.load();
     const EffectInstance effect(module);
     if (effect.programCount() == 0) {
-        throw UserError(effect.name() + " has no programs; leave --all away");
+        throw UserError(effect.name() + " has no programs; leave out --all");
     }
     std::vector<EffectMeasurement> measurements;
     for (int program = 0; program < effect.programCount(); ++program) {
-        EffectSettings settings = options.settings;
+        EffectSettings settings = options_.settings;
         settings.program = std::to_string(program);
         measurements.emplace_back(module, settings);
     }
     const ProgramSheet sheet(measurements);
-    PlotFile file(output, sheet.width(), sheet.height());
+    PlotFile file(output_, sheet.width(), sheet.height());
     Canvas canvas = file.canvas();
     sheet.draw(canvas);
     file.finish();

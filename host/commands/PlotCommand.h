@@ -1,3 +1,4 @@
+// tvhost plot: a picture of what an effect does to an impulse.
 #pragma once
 
 #include "host/commands/Command.h"
@@ -7,7 +8,6 @@
 
 namespace tvhost {
 
-// Draws what an effect does with an impulse.
 class PlotCommand : public Command {
 public:
     CLI::App* declare(CLI::App& app) override;
@@ -17,9 +17,9 @@ private:
     void drawOne() const;
     void drawAll() const;
 
-    std::string output;
-    EffectOptions options;
-    bool all = false;
+    std::string output_;
+    EffectOptions options_;
+    bool all_ = false;
 };
 
 } // namespace tvhost

@@ -87,37 +87,37 @@ void warn(const std::string& text) {
 
 CLI::App* RenderCommand::declare(CLI::App& app) {
     CLI::App* const command = app.add_subcommand("render", "Send a sound file through an effect");
-    command->add_option("IN", input, "Sound file to read, mono or stereo, at any sample rate")
+    command->add_option("IN", input_, "Sound file to read, mono or stereo, at any sample rate")
         ->required()
         ->type_name("");
     command
-        ->add_option("OUT", output,
+        ->add_option("OUT", output_,
                      "Sound file to write; its extension is its format: " +
                          SoundFormat::knownExtensions())
         ->required()
         ->type_name("");
-    options.declarePlugin(*command);
-    options.declareProgram(*command);
-    options.declareSets(*command);
+    options_.declarePlugin(*command);
+    options_.declareProgram(*command);
+    options_.declareSets(*command);
     command
-        ->add_option("--automate", automation,
+        ->add_option("--automate", automation_,
                      "Set a parameter to the value V at the time T, in seconds of the output, and "
                      "so on; values step, on the sample, and hold until the next; may be repeated")
         ->type_name("NAME=T:V,T:V,...")
         ->allow_extra_args(false);
     command
-        ->add_option("--block", block,
+        ->add_option("--block", block_,
                      "Most frames the effect gets at a time, 1 to " +
                          std::to_string(kLargestBlock) + "; " + std::to_string(kDefaultBlock) +
                          " without")
         ->type_name("N");
     command
-        ->add_option("--rate", rate,
+        ->add_option("--rate", rate_,
                      "Run the effect and write at this sample rate; the input is resampled by "
                      "libsamplerate's best converter. Without it, the input's own rate")
         ->type_name("HZ");
     command
-        ->add_option("--tail", tail,
+        ->add_option("--tail", tail_,
                      "Length of what follows the input's end; without it until the echoes have "
                      "died away below -90 dBFS, at most 60 s")
         ->type_name("SECONDS");
@@ -133,25 +133,25 @@ CLI::App* RenderCommand::declare(CLI::App& app) {
 }
 
 void RenderCommand::run() {
-    const int blockSize = blockFrom(block);
-    const std::optional<int> givenRate = rateFrom(rate);
-    const std::optional<double> tailSeconds = tailFrom(tail);
-    SoundFormat::requireKnownExtension(output);
+    const int blockSize = blockFrom(block_);
+    const std::optional<int> givenRate = rateFrom(rate_);
+    const std::optional<double> tailSeconds = tailFrom(tail_);
+    SoundFormat::requireKnownExtension(output_);
 
-    EffectInstance effect(options.load());
+    EffectInstance effect(options_.load());
     effect.requireAudio();
-    const std::unique_ptr<FrameSource> source = openInput(input, givenRate);
+    const std::unique_ptr<FrameSource> source = openInput(input_, givenRate);
     const int sampleRate = source->sampleRate();
     effect.start(sampleRate, blockSize);
-    options.settings.apply(effect);
-    Automation changes(effect, automation, sampleRate);
+    options_.settings.apply(effect);
+    Automation changes(effect, automation_, sampleRate);
 
     const std::int64_t expected =
         source->expectedFrames() +
         static_cast<std::int64_t>(tailSeconds.value_or(TailGate::kLongestSeconds) * sampleRate);
     const SoundFormat format =
-        SoundFormat::forFile(output, effect.outputCount(), sampleRate, expected);
-    SoundFileWriter writer(output, format, effect.outputCount(), sampleRate);
+        SoundFormat::forFile(output_, effect.outputCount(), sampleRate, expected);
+    SoundFileWriter writer(output_, format, effect.outputCount(), sampleRate);
 
     const auto begin = std::chrono::steady_clock::now();
     {
@@ -165,16 +165,16 @@ void RenderCommand::run() {
         warn(effect.name() + " takes one channel, so it got the mean of left and right");
     }
     if (writer.samplesClipped() > 0) {
-        warn(count(writer.samplesClipped(), "sample") + " beyond full scale clipped in " + output +
+        warn(count(writer.samplesClipped(), "sample") + " beyond full scale clipped in " + output_ +
              ", since " + format.name + " cannot hold them; WAV can");
     }
     if (changes.pending() > 0) {
         warn(count(changes.pending(), "--automate point") +
-             " behind the end of the output had no effect; --tail makes it longer");
+             " after the end of the output had no effect; --tail makes it longer");
     }
 
     const double seconds = static_cast<double>(writer.framesWritten()) / sampleRate;
-    std::cout << output << ": " << fixedNumber(seconds, 3) << " s, peak "
+    std::cout << output_ << ": " << fixedNumber(seconds, 3) << " s, peak "
               << decibelText(writer.peak()) << "FS, " << fixedNumber(seconds / elapsed.count(), 0)
               << "x real time\n";
 }

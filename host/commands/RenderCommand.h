@@ -1,3 +1,4 @@
+// tvhost render: a sound file through an effect into another.
 #pragma once
 
 #include "host/commands/Command.h"
@@ -8,20 +9,19 @@
 
 namespace tvhost {
 
-// Sends a sound file through an effect into another.
 class RenderCommand : public Command {
 public:
     CLI::App* declare(CLI::App& app) override;
     void run() override;
 
 private:
-    std::string input;
-    std::string output;
-    EffectOptions options;
-    std::vector<std::string> automation;
-    std::string block;
-    std::string rate;
-    std::string tail;
+    std::string input_;
+    std::string output_;
+    EffectOptions options_;
+    std::vector<std::string> automation_;
+    std::string block_;
+    std::string rate_;
+    std::string tail_;
 };
 
 } // namespace tvhost

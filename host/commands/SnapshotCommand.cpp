@@ -51,10 +51,10 @@ ScreenPicture settledPicture(HostedEditor& editor, const std::string& name) {
 CLI::App* SnapshotCommand::declare(CLI::App& app) {
     CLI::App* const command =
         app.add_subcommand("snapshot", "Make a picture of an effect's editor");
-    command->add_option("OUT", output, "Picture to write, .png")->required()->type_name("");
-    options.declarePlugin(*command);
-    options.declareProgram(*command);
-    options.declareSets(*command);
+    command->add_option("OUT", output_, "Picture to write, .png")->required()->type_name("");
+    options_.declarePlugin(*command);
+    options_.declareProgram(*command);
+    options_.declareSets(*command);
     command->footer(
         "Without DISPLAY, the editor opens on a display in memory, which Xvfb makes for as long\n"
         "as it takes.\n"
@@ -64,22 +64,22 @@ CLI::App* SnapshotCommand::declare(CLI::App& app) {
 }
 
 void SnapshotCommand::run() {
-    PngFile::requirePngName(output);
-    const auto module = options.load();
+    PngFile::requirePngName(output_);
+    const auto module = options_.load();
     std::optional<VirtualDisplay> display;
     EffectInstance effect(module);
     HostedEditor::requireEditor(effect);
     effect.start(HostedEditor::kSampleRate, HostedEditor::kBlockSize);
-    options.settings.apply(effect);
-    PngFile file(output);
+    options_.settings.apply(effect);
+    PngFile file(output_);
 
     if (!displayGiven()) {
         display.emplace();
     }
     ScreenPicture picture;
     {
-        HostedEditor editor(effect, EditorWindow::Kind::Bare);
-        editor.applyAgain(options.settings);
+        HostedEditor editor(effect, EditorWindow::Kind::kBare);
+        editor.applyAgain(options_.settings);
         picture = settledPicture(editor, effect.name());
     }
     file.write(picture);

@@ -1,3 +1,4 @@
+// tvhost snapshot: a picture of an effect's editor.
 #pragma once
 
 #include "host/commands/Command.h"
@@ -7,15 +8,14 @@
 
 namespace tvhost {
 
-// Makes a picture of an effect's editor.
 class SnapshotCommand : public Command {
 public:
     CLI::App* declare(CLI::App& app) override;
     void run() override;
 
 private:
-    std::string output;
-    EffectOptions options;
+    std::string output_;
+    EffectOptions options_;
 };
 
 } // namespace tvhost

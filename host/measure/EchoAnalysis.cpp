@@ -51,7 +51,7 @@ EchoAnalysis::EchoAnalysis(const std::vector<float>& response, double sampleRate
         const auto highest = std::max_element(from, response.begin() + end, [](float a, float b) {
             return std::abs(a) < std::abs(b);
         });
-        found.push_back(
+        found_.push_back(
             {highest - response.begin(), std::abs(static_cast<double>(*highest)), begin, end});
     };
 
@@ -86,7 +86,7 @@ EchoAnalysis::EchoAnalysis(const std::vector<float>& response, double sampleRate
     if (highest > 0.0) {
         close(begin, size);
     }
-    direct = !found.empty() && found.front().frame <= hold;
+    direct_ = !found_.empty() && found_.front().frame <= hold;
 }
 
 } // namespace tvhost

@@ -1,3 +1,4 @@
+// Finds the echoes of a response from the response itself.
 #pragma once
 
 #include <cstdint>
@@ -13,7 +14,7 @@ struct Echo {
     std::int64_t end;
 };
 
-// Finds the echoes of a response from the response itself. An arrival is a peak above -120 dB that
+// An arrival is a peak above -120 dB that
 // stands 6 dB above the lowest point between it and its neighbours; peaks less than 5 ms apart
 // count as one.
 class EchoAnalysis {
@@ -21,18 +22,18 @@ public:
     EchoAnalysis(const std::vector<float>& response, double sampleRate);
 
     // Whether the sound itself comes through: an arrival within 2.5 ms of the impulse.
-    bool hasDirect() const { return direct; }
+    bool hasDirect() const { return direct_; }
 
     // All arrivals in order of time, the direct sound included.
-    const std::vector<Echo>& arrivals() const { return found; }
+    const std::vector<Echo>& arrivals() const { return found_; }
 
     // Arrivals but the direct sound; echo(0) is the first one.
-    std::size_t echoCount() const { return found.size() - (direct ? 1 : 0); }
-    const Echo& echo(std::size_t index) const { return found[index + (direct ? 1 : 0)]; }
+    std::size_t echoCount() const { return found_.size() - (direct_ ? 1 : 0); }
+    const Echo& echo(std::size_t index) const { return found_[index + (direct_ ? 1 : 0)]; }
 
 private:
-    std::vector<Echo> found;
-    bool direct = false;
+    std::vector<Echo> found_;
+    bool direct_ = false;
 };
 
 } // namespace tvhost

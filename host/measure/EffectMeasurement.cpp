@@ -13,7 +13,7 @@ EffectMeasurement::Parameter describe(const EffectInstance& effect, int index) {
     const double value = static_cast<double>(effect.parameter(index));
     const std::string display = effect.parameterDisplay(index);
     EffectMeasurement::Parameter parameter{effect.parameterName(index), shortNumber(value, 3), {}};
-    // Many effects show the normalised value itself, with an ornamental unit behind it.
+    // Many effects show the normalised value itself, with a unit after it that says nothing.
     const auto shown = parseNumber(display);
     if (!display.empty() && (!shown || std::abs(*shown - value) > 0.001)) {
         const std::string label = effect.parameterLabel(index);
@@ -26,39 +26,40 @@ EffectMeasurement::Parameter describe(const EffectInstance& effect, int index) {
 
 EffectMeasurement::EffectMeasurement(const std::shared_ptr<const PluginModule>& module,
                                      const EffectSettings& settings)
-    : impulse(module, settings, kSampleRate) {
+    : impulse_(module, settings, kSampleRate) {
     EffectInstance instance(module);
     instance.start(kSampleRate, 1);
     settings.apply(instance);
-    effect = instance.name();
-    vendor = instance.vendorName();
+    effect_ = instance.name();
+    vendor_ = instance.vendorName();
     const std::vector<std::string> names = instance.programNames();
     const int current = instance.currentProgram();
     if (current >= 0 && current < static_cast<int>(names.size())) {
-        program = current;
-        programText = names[static_cast<std::size_t>(current)];
+        program_ = current;
+        programText_ = names[static_cast<std::size_t>(current)];
     }
     for (int i = 0; i < instance.parameterCount(); ++i) {
-        texts.push_back(describe(instance, i));
+        texts_.push_back(describe(instance, i));
     }
-    for (int in = 0; in < impulse.inputs(); ++in) {
-        for (int out = 0; out < impulse.outputs(); ++out) {
-            analyses.emplace_back(impulse.path(in, out), kSampleRate);
+    for (int in = 0; in < impulse_.inputs(); ++in) {
+        for (int out = 0; out < impulse_.outputs(); ++out) {
+            analyses_.emplace_back(impulse_.path(in, out), kSampleRate);
         }
     }
 }
 
 const EchoAnalysis& EffectMeasurement::echoes(int input, int output) const {
-    return analyses[static_cast<std::size_t>(input) * static_cast<std::size_t>(impulse.outputs()) +
-                    static_cast<std::size_t>(output)];
+    return analyses_[static_cast<std::size_t>(input) *
+                         static_cast<std::size_t>(impulse_.outputs()) +
+                     static_cast<std::size_t>(output)];
 }
 
 EffectMeasurement::Path EffectMeasurement::leadingPath() const {
     Path strongest{0, 0};
     double level = -1.0;
     bool hasEcho = false;
-    for (int in = 0; in < impulse.inputs(); ++in) {
-        for (int out = 0; out < impulse.outputs(); ++out) {
+    for (int in = 0; in < impulse_.inputs(); ++in) {
+        for (int out = 0; out < impulse_.outputs(); ++out) {
             const EchoAnalysis& path = echoes(in, out);
             if (path.arrivals().empty()) {
                 continue;

@@ -1,3 +1,4 @@
+// All that a picture of an effect in one setting needs to know.
 #pragma once
 
 #include "host/measure/EchoAnalysis.h"
@@ -10,7 +11,6 @@
 
 namespace tvhost {
 
-// An effect in one setting, as a picture of it needs it.
 class EffectMeasurement {
 public:
     static constexpr double kSampleRate = 44100.0;
@@ -31,14 +31,14 @@ public:
     EffectMeasurement(const std::shared_ptr<const PluginModule>& module,
                       const EffectSettings& settings);
 
-    const std::string& effectName() const { return effect; }
-    const std::string& vendorName() const { return vendor; }
+    const std::string& effectName() const { return effect_; }
+    const std::string& vendorName() const { return vendor_; }
     // -1 and empty for an effect without programs.
-    int programNumber() const { return program; }
-    const std::string& programName() const { return programText; }
-    const std::vector<Parameter>& parameters() const { return texts; }
+    int programNumber() const { return program_; }
+    const std::string& programName() const { return programText_; }
+    const std::vector<Parameter>& parameters() const { return texts_; }
 
-    const ImpulseResponse& response() const { return impulse; }
+    const ImpulseResponse& response() const { return impulse_; }
     const EchoAnalysis& echoes(int input, int output) const;
 
     // The path with the strongest first echo; that with the strongest arrival when no path has an
@@ -46,13 +46,13 @@ public:
     Path leadingPath() const;
 
 private:
-    ImpulseResponse impulse;
-    std::string effect;
-    std::string vendor;
-    int program = -1;
-    std::string programText;
-    std::vector<Parameter> texts;
-    std::vector<EchoAnalysis> analyses; // as the response's paths
+    ImpulseResponse impulse_;
+    std::string effect_;
+    std::string vendor_;
+    int program_ = -1;
+    std::string programText_;
+    std::vector<Parameter> texts_;
+    std::vector<EchoAnalysis> analyses_; // as the response's paths
 };
 
 } // namespace tvhost

@@ -35,20 +35,20 @@ FrequencyResponse::FrequencyResponse(const float* samples, std::size_t count, do
     std::vector<kiss_fft_cpx> bins(size / 2 + 1);
     kiss_fftr(transform.get(), padded.data(), bins.data());
 
-    hertzPerBin = sampleRate / static_cast<double>(size);
-    magnitudes.reserve(bins.size());
+    hertzPerBin_ = sampleRate / static_cast<double>(size);
+    magnitudes_.reserve(bins.size());
     for (const kiss_fft_cpx& bin : bins) {
-        magnitudes.push_back(std::hypot(static_cast<double>(bin.r), static_cast<double>(bin.i)));
+        magnitudes_.push_back(std::hypot(static_cast<double>(bin.r), static_cast<double>(bin.i)));
     }
 }
 
 double FrequencyResponse::decibelsAt(double hertz) const {
-    const double last = static_cast<double>(magnitudes.size() - 1);
-    const double bin = std::clamp(hertz / hertzPerBin, 0.0, last);
+    const double last = static_cast<double>(magnitudes_.size() - 1);
+    const double bin = std::clamp(hertz / hertzPerBin_, 0.0, last);
     const auto below = static_cast<std::size_t>(bin);
-    const std::size_t above = std::min(below + 1, magnitudes.size() - 1);
+    const std::size_t above = std::min(below + 1, magnitudes_.size() - 1);
     const double share = bin - static_cast<double>(below);
-    return decibels(magnitudes[below] * (1.0 - share) + magnitudes[above] * share);
+    return decibels(magnitudes_[below] * (1.0 - share) + magnitudes_[above] * share);
 }
 
 } // namespace tvhost

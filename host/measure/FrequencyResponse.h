@@ -1,3 +1,4 @@
+// The magnitude spectrum of a piece of a response.
 #pragma once
 
 #include <cstddef>
@@ -5,7 +6,6 @@
 
 namespace tvhost {
 
-// The magnitude spectrum of a stretch of a response.
 class FrequencyResponse {
 public:
     // `count` samples from `samples` on; 0 gives a spectrum of nothing.
@@ -16,8 +16,8 @@ public:
     double decibelsAt(double hertz) const;
 
 private:
-    std::vector<double> magnitudes;
-    double hertzPerBin;
+    std::vector<double> magnitudes_;
+    double hertzPerBin_;
 };
 
 } // namespace tvhost

@@ -20,33 +20,33 @@ constexpr double kLongestSeconds = 12.0;
 
 ImpulseResponse::ImpulseResponse(const std::shared_ptr<const PluginModule>& module,
                                  const EffectSettings& settings, double sampleRate)
-    : rate(sampleRate) {
-    for (int input = 0; input < inputCount; ++input) {
+    : rate_(sampleRate) {
+    for (int input = 0; input < inputCount_; ++input) {
         measure(module, settings, input);
     }
     std::size_t longest = 0;
-    for (const std::vector<float>& path : paths) {
+    for (const std::vector<float>& path : paths_) {
         longest = std::max(longest, path.size());
     }
-    for (std::vector<float>& path : paths) {
+    for (std::vector<float>& path : paths_) {
         path.resize(longest);
     }
 }
 
 const std::vector<float>& ImpulseResponse::path(int input, int output) const {
-    return paths[pathIndex(input, output)];
+    return paths_[pathIndex(input, output)];
 }
 
 void ImpulseResponse::measure(const std::shared_ptr<const PluginModule>& module,
                               const EffectSettings& settings, int input) {
     EffectInstance effect(module);
     effect.requireAudio();
-    effect.start(rate, kBlockSize);
+    effect.start(rate_, kBlockSize);
     settings.apply(effect);
-    inputCount = effect.inputCount();
-    outputCount = effect.outputCount();
+    inputCount_ = effect.inputCount();
+    outputCount_ = effect.outputCount();
 
-    std::vector<std::vector<float>> buffers(static_cast<std::size_t>(inputCount + outputCount),
+    std::vector<std::vector<float>> buffers(static_cast<std::size_t>(inputCount_ + outputCount_),
                                             std::vector<float>(kBlockSize));
     std::vector<float*> pointers;
     pointers.reserve(buffers.size());
@@ -54,37 +54,36 @@ void ImpulseResponse::measure(const std::shared_ptr<const PluginModule>& module,
         pointers.push_back(buffer.data());
     }
     float** const in = pointers.data();
-    float** const out = pointers.data() + inputCount;
+    float** const out = pointers.data() + inputCount_;
 
-    const std::size_t first = paths.size();
-    paths.resize(first + static_cast<std::size_t>(outputCount));
-    const auto quietFrames = static_cast<std::int64_t>(TailGate::kQuietSeconds * rate);
-    const auto longest = static_cast<std::int64_t>(kLongestSeconds * rate);
+    const std::size_t first = paths_.size();
+    paths_.resize(first + static_cast<std::size_t>(outputCount_));
+    const auto quietFrames = static_cast<std::int64_t>(TailGate::kQuietSeconds * rate_);
+    const auto longest = static_cast<std::int64_t>(kLongestSeconds * rate_);
     std::int64_t quietFrom = 0;
     for (std::int64_t frame = 0; frame - quietFrom < quietFrames && frame < longest;
          frame += kBlockSize) {
         // Effects may write over their input, so each block starts from silence.
-        for (int c = 0; c < inputCount; ++c) {
+        for (int c = 0; c < inputCount_; ++c) {
             std::fill_n(in[c], kBlockSize, 0.0f);
         }
         if (frame == 0) {
             in[input][0] = 1.0f;
         }
         effect.process(in, out, kBlockSize);
-        for (int c = 0; c < outputCount; ++c) {
+        for (int c = 0; c < outputCount_; ++c) {
             for (int i = 0; i < kBlockSize; ++i) {
                 if (!std::isfinite(out[c][i])) {
                     throw UserError(effect.name() +
-                                    " answers an impulse with what is no finite "
-                                    "number at " +
-                                    shortNumber(static_cast<double>(frame + i) / rate, 6) +
-                                    " s; give other settings");
+                                    " produced NaN or infinity from an impulse at " +
+                                    shortNumber(static_cast<double>(frame + i) / rate_, 6) +
+                                    " s; try other settings");
                 }
                 if (std::abs(out[c][i]) >= kQuiet) {
                     quietFrom = std::max(quietFrom, frame + i + 1);
                 }
             }
-            std::vector<float>& path = paths[first + static_cast<std::size_t>(c)];
+            std::vector<float>& path = paths_[first + static_cast<std::size_t>(c)];
             path.insert(path.end(), out[c], out[c] + kBlockSize);
         }
     }

@@ -1,3 +1,4 @@
+// What an effect answers to an impulse, from every input to every output.
 #pragma once
 
 #include "host/plugin/EffectSettings.h"
@@ -14,13 +15,13 @@ namespace tvhost {
 class ImpulseResponse {
 public:
     // Measures until the response stays below -120 dB, at most 12 s. Throws UserError when the
-    // effect cannot be driven or set so, or gives what is no finite number.
+    // effect cannot be driven or set so, or produces NaN or infinity.
     ImpulseResponse(const std::shared_ptr<const PluginModule>& module,
                     const EffectSettings& settings, double sampleRate);
 
-    double sampleRate() const { return rate; }
-    int inputs() const { return inputCount; }
-    int outputs() const { return outputCount; }
+    double sampleRate() const { return rate_; }
+    int inputs() const { return inputCount_; }
+    int outputs() const { return outputCount_; }
 
     // Amplitudes from the impulse on. All paths are equally long.
     const std::vector<float>& path(int input, int output) const;
@@ -30,14 +31,14 @@ private:
                  int input);
 
     std::size_t pathIndex(int input, int output) const {
-        return static_cast<std::size_t>(input) * static_cast<std::size_t>(outputCount) +
+        return static_cast<std::size_t>(input) * static_cast<std::size_t>(outputCount_) +
                static_cast<std::size_t>(output);
     }
 
-    double rate;
-    int inputCount = 1;
-    int outputCount = 1;
-    std::vector<std::vector<float>> paths; // by input, then output
+    double rate_;
+    int inputCount_ = 1;
+    int outputCount_ = 1;
+    std::vector<std::vector<float>> paths_; // by input, then output
 };
 
 } // namespace tvhost

@@ -19,44 +19,44 @@ constexpr double kLabelGap = 6.0;
 
 } // namespace
 
-EchoPanel::EchoPanel(const EffectMeasurement& measurement_, int output_, const Rectangle& area_,
+EchoPanel::EchoPanel(const EffectMeasurement& measurement, int output, const Rectangle& area,
                      double seconds, double top, double floor, double labelRoom)
-    : measurement(measurement_), output(output_), area(area_),
+    : measurement_(measurement), output_(output), area_(area),
       // The impulse itself is not to lie on the frame.
-      time(-0.012 * seconds, seconds, area.x, area.right()),
-      level(floor, top, area.bottom(), area.y + labelRoom) {}
+      time_(-0.012 * seconds, seconds, area_.x, area_.right()),
+      level_(floor, top, area_.bottom(), area_.y + labelRoom) {}
 
 double EchoPanel::xOf(const Echo& echo) const {
-    return time.at(static_cast<double>(echo.frame) / measurement.response().sampleRate());
+    return time_.at(static_cast<double>(echo.frame) / measurement_.response().sampleRate());
 }
 
 double EchoPanel::yOf(const Echo& echo) const {
-    return level.within(decibels(echo.level));
+    return level_.within(decibels(echo.level));
 }
 
 // The highest level in each column, drawn as a column that stands on the floor.
 void EchoPanel::drawLevels(Canvas& canvas, int input) const {
-    const std::vector<float>& path = measurement.response().path(input, output);
-    const double rate = measurement.response().sampleRate();
+    const std::vector<float>& path = measurement_.response().path(input, output_);
+    const double rate = measurement_.response().sampleRate();
     const auto frameAt = [&](double x) {
-        const double frame = std::ceil(time.valueAt(x) * rate);
+        const double frame = std::ceil(time_.valueAt(x) * rate);
         return std::clamp(static_cast<std::int64_t>(frame), std::int64_t{0},
                           static_cast<std::int64_t>(path.size()));
     };
-    const auto floorY = level.at(level.from());
-    const int columns = static_cast<int>(area.width / kColumnWidth);
+    const auto floorY = level_.at(level_.from());
+    const int columns = static_cast<int>(area_.width / kColumnWidth);
     for (int column = 0; column < columns; ++column) {
-        const double x = area.x + column * kColumnWidth;
+        const double x = area_.x + column * kColumnWidth;
         float highest = 0.0f;
         const std::int64_t end = frameAt(x + kColumnWidth);
         for (std::int64_t frame = frameAt(x); frame < end; ++frame) {
             highest = std::max(highest, std::abs(path[static_cast<std::size_t>(frame)]));
         }
         const double decibel = decibels(static_cast<double>(highest));
-        if (decibel <= level.from()) {
+        if (decibel <= level_.from()) {
             continue;
         }
-        const double y = level.at(decibel);
+        const double y = level_.at(decibel);
         // Wide enough to be seen when it stands alone.
         const double width = 2.0 * kColumnWidth;
         canvas.fill({x - width / 2.0, y, width, floorY - y}, style::inputColour(input));
@@ -69,13 +69,13 @@ void EchoPanel::drawMarks(Canvas& canvas) const {
         const Echo* echo;
         bool direct;
     };
-    const double rate = measurement.response().sampleRate();
+    const double rate = measurement_.response().sampleRate();
     std::vector<Mark> marks;
-    for (int input = 0; input < measurement.response().inputs(); ++input) {
-        const EchoAnalysis& echoes = measurement.echoes(input, output);
+    for (int input = 0; input < measurement_.response().inputs(); ++input) {
+        const EchoAnalysis& echoes = measurement_.echoes(input, output_);
         for (const Echo& echo : echoes.arrivals()) {
-            if (static_cast<double>(echo.frame) / rate <= time.to() &&
-                decibels(echo.level) >= level.from()) {
+            if (static_cast<double>(echo.frame) / rate <= time_.to() &&
+                decibels(echo.level) >= level_.from()) {
                 marks.push_back(
                     {input, &echo, echoes.hasDirect() && &echo == &echoes.arrivals().front()});
             }
@@ -92,56 +92,58 @@ void EchoPanel::drawMarks(Canvas& canvas) const {
         const std::string when =
             mark.direct ? "direct" : millisecondText(static_cast<double>(mark.echo->frame) / rate);
         const std::string howLoud = levelText(mark.echo->level);
-        const double width = std::max(canvas.textWidth(when, kLabelSize, Weight::Bold),
+        const double width = std::max(canvas.textWidth(when, kLabelSize, Weight::kBold),
                                       canvas.textWidth(howLoud, kLabelSize));
-        const double left = std::clamp(x - width / 2.0, area.x + 3.0, area.right() - width - 3.0);
+        const double left = std::clamp(x - width / 2.0, area_.x + 3.0, area_.right() - width - 3.0);
         if (left < labelsEnd + kLabelGap) {
             continue;
         }
         labelsEnd = left + width;
         const double centre = left + width / 2.0;
-        canvas.text(centre, y - 18.0, when, kLabelSize, style::kInk, Align::Centre, Weight::Bold);
-        canvas.text(centre, y - 7.5, howLoud, kLabelSize, style::kMuted, Align::Centre);
+        canvas.text(centre, y - 18.0, when, kLabelSize, style::kInk, Align::kCentre, Weight::kBold);
+        canvas.text(centre, y - 7.5, howLoud, kLabelSize, style::kMuted, Align::kCentre);
     }
 }
 
 void EchoPanel::draw(Canvas& canvas, bool timeLabels) const {
-    canvas.fill(area, style::kPaper);
-    for (const double decibel : level.ticks(4)) {
-        const double y = level.at(decibel);
-        canvas.line(area.x, y, area.right(), y, style::kGrid, 0.8);
-        canvas.text(area.x - 7.0, y + 3.4, tickText(decibel), kAxisSize, style::kMuted,
-                    Align::Right);
+    canvas.fill(area_, style::kPaper);
+    for (const double decibel : level_.ticks(4)) {
+        const double y = level_.at(decibel);
+        canvas.line(area_.x, y, area_.right(), y, style::kGrid, 0.8);
+        canvas.text(area_.x - 7.0, y + 3.4, tickText(decibel), kAxisSize, style::kMuted,
+                    Align::kRight);
     }
-    for (const double seconds : time.ticks(12)) {
-        const double x = time.at(seconds);
-        canvas.line(x, area.y, x, area.bottom(), style::kGrid, 0.8);
+    for (const double seconds : time_.ticks(12)) {
+        const double x = time_.at(seconds);
+        canvas.line(x, area_.y, x, area_.bottom(), style::kGrid, 0.8);
         if (timeLabels) {
-            canvas.text(x, area.bottom() + 14.0, tickText(seconds * 1000.0), kAxisSize,
-                        style::kMuted, Align::Centre);
+            canvas.text(x, area_.bottom() + 14.0, tickText(seconds * 1000.0), kAxisSize,
+                        style::kMuted, Align::kCentre);
         }
     }
-    canvas.clip(area);
-    for (int input = 0; input < measurement.response().inputs(); ++input) {
+    canvas.clip(area_);
+    for (int input = 0; input < measurement_.response().inputs(); ++input) {
         drawLevels(canvas, input);
     }
     canvas.unclip();
-    canvas.frame(area, style::kFrame, 1.0);
+    canvas.frame(area_, style::kFrame, 1.0);
     drawMarks(canvas);
 }
 
 void EchoPanel::drawSmall(Canvas& canvas, const std::string& name) const {
-    canvas.fill(area, style::kBand);
-    for (const double seconds : time.ticks(4)) {
-        canvas.line(time.at(seconds), area.y, time.at(seconds), area.bottom(), style::kGrid, 0.7);
+    canvas.fill(area_, style::kBand);
+    for (const double seconds : time_.ticks(4)) {
+        canvas.line(time_.at(seconds), area_.y, time_.at(seconds), area_.bottom(), style::kGrid,
+                    0.7);
     }
-    canvas.clip(area);
-    for (int input = 0; input < measurement.response().inputs(); ++input) {
+    canvas.clip(area_);
+    for (int input = 0; input < measurement_.response().inputs(); ++input) {
         drawLevels(canvas, input);
     }
     canvas.unclip();
-    canvas.line(area.x, area.bottom(), area.right(), area.bottom(), style::kFrame, 0.8);
-    canvas.text(area.right() - 4.0, area.y + 11.0, name, kSmallSize, style::kMuted, Align::Right);
+    canvas.line(area_.x, area_.bottom(), area_.right(), area_.bottom(), style::kFrame, 0.8);
+    canvas.text(area_.right() - 4.0, area_.y + 11.0, name, kSmallSize, style::kMuted,
+                Align::kRight);
 }
 
 } // namespace tvhost

@@ -1,3 +1,4 @@
+// The level over time at one output of an effect.
 #pragma once
 
 #include "host/measure/EffectMeasurement.h"
@@ -29,11 +30,11 @@ private:
     void drawLevels(Canvas& canvas, int input) const;
     void drawMarks(Canvas& canvas) const;
 
-    const EffectMeasurement& measurement;
-    int output;
-    Rectangle area;
-    PlotAxis time;  // seconds
-    PlotAxis level; // dB
+    const EffectMeasurement& measurement_;
+    int output_;
+    Rectangle area_;
+    PlotAxis time_;  // seconds
+    PlotAxis level_; // dB
 };
 
 } // namespace tvhost

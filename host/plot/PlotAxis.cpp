@@ -18,27 +18,28 @@ std::string withTrueMinus(std::string text) {
 
 } // namespace
 
-PlotAxis::PlotAxis(double from_, double to_, double start_, double end_, Scale scale_)
-    : low(from_), high(to_), start(start_), end(end_), scale(scale_) {}
+PlotAxis::PlotAxis(double from, double to, double start, double end, Scale scale)
+    : low_(from), high_(to), start_(start), end_(end), scale_(scale) {}
 
 double PlotAxis::at(double value) const {
-    const double share = scale == Scale::Straight ? (value - low) / (high - low)
-                                                  : std::log(value / low) / std::log(high / low);
-    return start + share * (end - start);
+    const double share = scale_ == Scale::kStraight
+                             ? (value - low_) / (high_ - low_)
+                             : std::log(value / low_) / std::log(high_ / low_);
+    return start_ + share * (end_ - start_);
 }
 
 double PlotAxis::valueAt(double position) const {
-    const double share = (position - start) / (end - start);
-    return scale == Scale::Straight ? low + share * (high - low)
-                                    : low * std::pow(high / low, share);
+    const double share = (position - start_) / (end_ - start_);
+    return scale_ == Scale::kStraight ? low_ + share * (high_ - low_)
+                                      : low_ * std::pow(high_ / low_, share);
 }
 
 double PlotAxis::within(double value) const {
-    return at(std::clamp(value, std::min(low, high), std::max(low, high)));
+    return at(std::clamp(value, std::min(low_, high_), std::max(low_, high_)));
 }
 
 std::vector<double> PlotAxis::ticks(int most) const {
-    const double range = std::abs(high - low);
+    const double range = std::abs(high_ - low_);
     double step = std::pow(10.0, std::floor(std::log10(range / most)));
     for (const double factor : {2.0, 2.5, 2.0}) {
         if (range / step <= most) {
@@ -47,7 +48,7 @@ std::vector<double> PlotAxis::ticks(int most) const {
         step *= factor;
     }
     std::vector<double> result;
-    const double lowest = std::min(low, high);
+    const double lowest = std::min(low_, high_);
     const double slack = step * 1e-6;
     for (double n = std::ceil((lowest - slack) / step); n * step <= lowest + range + slack; ++n) {
         result.push_back(n * step);

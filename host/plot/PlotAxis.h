@@ -1,3 +1,4 @@
+// Values to positions on the page along one direction, with labelled ticks.
 #pragma once
 
 #include <string>
@@ -9,13 +10,13 @@ namespace tvhost {
 // positions of labelled ticks.
 class PlotAxis {
 public:
-    enum class Scale { Straight, Logarithmic };
+    enum class Scale { kStraight, kLogarithmic };
 
     // `from` lies at `start`, `to` at `end`. Logarithmic values must be positive.
-    PlotAxis(double from, double to, double start, double end, Scale scale = Scale::Straight);
+    PlotAxis(double from, double to, double start, double end, Scale scale = Scale::kStraight);
 
-    double from() const { return low; }
-    double to() const { return high; }
+    double from() const { return low_; }
+    double to() const { return high_; }
     // Values beyond the ends lie beyond the positions' ends.
     double at(double value) const;
     double valueAt(double position) const;
@@ -26,21 +27,21 @@ public:
     std::vector<double> ticks(int most) const;
 
 private:
-    double low;
-    double high;
-    double start;
-    double end;
-    Scale scale;
+    double low_;
+    double high_;
+    double start_;
+    double end_;
+    Scale scale_;
 };
 
-// `value` with a true minus sign and up to `digits` digits behind the point, trailing zeros
+// `value` with a true minus sign and up to `digits` digits after the point, trailing zeros
 // dropped.
 std::string tickText(double value, int digits = 3);
 // "20", "500", "2k", "20k".
 std::string hertzText(double hertz);
 // "-3.2 dB" with a true minus sign.
 std::string levelText(double amplitude);
-// Milliseconds with one digit behind the point.
+// Milliseconds with one digit after the point.
 std::string millisecondText(double seconds);
 
 } // namespace tvhost

@@ -25,44 +25,44 @@ bool hasExtension(const std::string& path, const char* extension) {
 
 void PlotFile::requireKnownExtension(const std::string& path) {
     if (!hasExtension(path, ".svg") && !hasExtension(path, ".png")) {
-        throw UserError(path + " is no picture that can be written; end the name in .svg or .png");
+        throw UserError(path + ": unknown picture format; use .svg or .png");
     }
 }
 
-PlotFile::PlotFile(const std::string& path_, double width, double height)
-    : path(path_), vector(hasExtension(path, ".svg")), output(path) {
-    requireKnownExtension(path);
-    if (vector) {
-        surface = cairo_svg_surface_create_for_stream(appendToFile, &output, width, height);
-        cairo_svg_surface_set_document_unit(surface, CAIRO_SVG_UNIT_PX);
-        context = cairo_create(surface);
+PlotFile::PlotFile(const std::string& path, double width, double height)
+    : path_(path), vector_(hasExtension(path_, ".svg")), output_(path_) {
+    requireKnownExtension(path_);
+    if (vector_) {
+        surface_ = cairo_svg_surface_create_for_stream(appendToFile, &output_, width, height);
+        cairo_svg_surface_set_document_unit(surface_, CAIRO_SVG_UNIT_PX);
+        context_ = cairo_create(surface_);
     } else {
         const double scale = std::min(kPixelsPerUnit, kLargestPixels / std::max(width, height));
-        surface = cairo_image_surface_create(CAIRO_FORMAT_RGB24,
-                                             static_cast<int>(std::lround(width * scale)),
-                                             static_cast<int>(std::lround(height * scale)));
-        context = cairo_create(surface);
-        cairo_scale(context, scale, scale);
+        surface_ = cairo_image_surface_create(CAIRO_FORMAT_RGB24,
+                                              static_cast<int>(std::lround(width * scale)),
+                                              static_cast<int>(std::lround(height * scale)));
+        context_ = cairo_create(surface_);
+        cairo_scale(context_, scale, scale);
     }
     canvas().fill({0.0, 0.0, width, height}, {1.0, 1.0, 1.0});
 }
 
 PlotFile::~PlotFile() {
-    cairo_destroy(context);
-    cairo_surface_destroy(surface);
+    cairo_destroy(context_);
+    cairo_surface_destroy(surface_);
 }
 
 void PlotFile::finish() {
-    cairo_status_t status = cairo_status(context);
-    if (status == CAIRO_STATUS_SUCCESS && !vector) {
-        status = cairo_surface_write_to_png_stream(surface, appendToFile, &output);
+    cairo_status_t status = cairo_status(context_);
+    if (status == CAIRO_STATUS_SUCCESS && !vector_) {
+        status = cairo_surface_write_to_png_stream(surface_, appendToFile, &output_);
     }
-    cairo_surface_finish(surface);
+    cairo_surface_finish(surface_);
     if (status == CAIRO_STATUS_SUCCESS) {
-        status = cairo_surface_status(surface);
+        status = cairo_surface_status(surface_);
     }
-    requireWritten(status, path);
-    output.commit();
+    requireWritten(status, path_);
+    output_.commit();
 }
 
 } // namespace tvhost

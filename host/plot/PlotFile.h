@@ -1,3 +1,4 @@
+// An SVG or PNG picture, by the extension, that appears under its name when it is complete.
 #pragma once
 
 #include "host/base/OutputFile.h"
@@ -23,17 +24,17 @@ public:
     PlotFile(const PlotFile&) = delete;
     PlotFile& operator=(const PlotFile&) = delete;
 
-    Canvas canvas() { return Canvas(context); }
+    Canvas canvas() { return Canvas(context_); }
 
     // Throws UserError when there is no room.
     void finish();
 
 private:
-    std::string path;
-    bool vector;
-    OutputFile output;
-    cairo_surface_t* surface = nullptr;
-    cairo_t* context = nullptr;
+    std::string path_;
+    bool vector_;
+    OutputFile output_;
+    cairo_surface_t* surface_ = nullptr;
+    cairo_t* context_ = nullptr;
 };
 
 } // namespace tvhost

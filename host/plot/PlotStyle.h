@@ -1,3 +1,4 @@
+// Colours and words that all pictures share.
 #pragma once
 
 #include "host/plot/Canvas.h"

@@ -15,13 +15,14 @@ namespace {
 constexpr double kMargin = 48.0;
 constexpr double kPlotLeft = 78.0;
 constexpr double kPlotRight = 1000.0 - kMargin;
-constexpr double kTitleHeight = 66.0;
+constexpr double kParametersTop = kMargin + 66.0;
 constexpr int kCellsPerRow = 9;
 constexpr std::size_t kMostCells = 36;
 constexpr double kCellHeight = 50.0;
 constexpr double kEchoHeight = 150.0;
 constexpr double kEchoGap = 14.0;
-constexpr double kSectionGap = 58.0;
+constexpr double kEchoHeading = 38.0;
+constexpr double kResponseHeading = 70.0;
 constexpr double kResponseHeight = 190.0;
 constexpr double kFooter = 74.0;
 constexpr double kHeadingSize = 13.0;
@@ -39,9 +40,9 @@ std::string capital(std::string text) {
 }
 
 void drawHeading(Canvas& canvas, double y, const std::string& words, const std::string& note) {
-    canvas.text(kMargin, y, words, kHeadingSize, style::kInk, Align::Left, Weight::Bold);
-    canvas.text(kMargin + canvas.textWidth(words, kHeadingSize, Weight::Bold) + 10.0, y, note, 10.0,
-                style::kMuted);
+    canvas.text(kMargin, y, words, kHeadingSize, style::kInk, Align::kLeft, Weight::kBold);
+    canvas.text(kMargin + canvas.textWidth(words, kHeadingSize, Weight::kBold) + 10.0, y, note,
+                10.0, style::kMuted);
 }
 
 } // namespace
@@ -75,82 +76,87 @@ double secondsToShow(const EffectMeasurement& measurement, double floor, std::si
     return std::max(0.2, last * 1.06);
 }
 
-ProgramPage::ProgramPage(const EffectMeasurement& measurement_) : measurement(measurement_) {}
+ProgramPage::ProgramPage(const EffectMeasurement& measurement) : measurement_(measurement) {}
 
 int ProgramPage::parameterRows() const {
-    const int cells = static_cast<int>(std::min(measurement.parameters().size(), kMostCells));
+    const int cells = static_cast<int>(std::min(measurement_.parameters().size(), kMostCells));
     return (cells + kCellsPerRow - 1) / kCellsPerRow;
 }
 
+double ProgramPage::echoesTop() const {
+    return kParametersTop + parameterRows() * kCellHeight + kEchoHeading;
+}
+
+double ProgramPage::responseTop() const {
+    const int outputs = measurement_.response().outputs();
+    return echoesTop() + outputs * kEchoHeight + (outputs - 1) * kEchoGap + kResponseHeading;
+}
+
 double ProgramPage::height() const {
-    const int outputs = measurement.response().outputs();
-    return kMargin + kTitleHeight + parameterRows() * kCellHeight + kSectionGap - 20.0 +
-           outputs * kEchoHeight + (outputs - 1) * kEchoGap + kSectionGap + 12.0 + kResponseHeight +
-           kFooter;
+    return responseTop() + kResponseHeight + kFooter;
 }
 
-double ProgramPage::drawTitle(Canvas& canvas, double y) const {
-    const std::string& program = measurement.programName();
-    const std::string title = program.empty() ? measurement.effectName()
-                                              : measurement.effectName() + " \u2013 " + program;
-    canvas.text(kMargin, y + 20.0, canvas.fitted(title, 24.0, Weight::Bold, kPlotRight - kMargin),
-                24.0, style::kInk, Align::Left, Weight::Bold);
-    std::string subtitle = measurement.vendorName();
-    if (measurement.programNumber() >= 0) {
+void ProgramPage::drawTitle(Canvas& canvas) const {
+    const std::string& program = measurement_.programName();
+    const std::string title = program.empty() ? measurement_.effectName()
+                                              : measurement_.effectName() + " \u2013 " + program;
+    canvas.text(kMargin, kMargin + 20.0,
+                canvas.fitted(title, 24.0, Weight::kBold, kPlotRight - kMargin), 24.0, style::kInk,
+                Align::kLeft, Weight::kBold);
+    std::string subtitle = measurement_.vendorName();
+    if (measurement_.programNumber() >= 0) {
         subtitle += (subtitle.empty() ? "Program " : ", program ") +
-                    std::to_string(measurement.programNumber());
+                    std::to_string(measurement_.programNumber());
     }
-    canvas.text(kMargin, y + 40.0, subtitle, 11.0, style::kMuted);
-    return y + kTitleHeight;
+    canvas.text(kMargin, kMargin + 40.0, subtitle, 11.0, style::kMuted);
 }
 
-double ProgramPage::drawParameters(Canvas& canvas, double y) const {
-    const auto& parameters = measurement.parameters();
+void ProgramPage::drawParameters(Canvas& canvas) const {
+    const auto& parameters = measurement_.parameters();
     const std::size_t shown = std::min(parameters.size(), kMostCells);
     const double cellWidth = (kPlotRight - kMargin) / kCellsPerRow;
     for (std::size_t i = 0; i < shown; ++i) {
         const double x = kMargin + cellWidth * static_cast<double>(i % kCellsPerRow);
         const std::size_t row = i / kCellsPerRow;
-        const double top = y + kCellHeight * static_cast<double>(row);
+        const double top = kParametersTop + kCellHeight * static_cast<double>(row);
         const auto cell = [&](double down, const std::string& words, double size,
                               const Colour& colour, Weight weight) {
             canvas.text(x + 9.0, top + down, canvas.fitted(words, size, weight, cellWidth - 14.0),
-                        size, colour, Align::Left, weight);
+                        size, colour, Align::kLeft, weight);
         };
         canvas.line(x + 0.5, top, x + 0.5, top + kCellHeight - 12.0, style::kFrame, 1.0);
         const bool more = i + 1 == shown && shown < parameters.size();
         if (more) {
             cell(9.0, "and " + std::to_string(parameters.size() - shown + 1) + " more", 9.5,
-                 style::kMuted, Weight::Normal);
+                 style::kMuted, Weight::kNormal);
             continue;
         }
-        cell(9.0, parameters[i].name, 9.5, style::kMuted, Weight::Normal);
-        cell(24.0, parameters[i].value, 12.5, style::kInk, Weight::Bold);
-        cell(36.0, parameters[i].words, 9.0, style::kMuted, Weight::Normal);
+        cell(9.0, parameters[i].name, 9.5, style::kMuted, Weight::kNormal);
+        cell(24.0, parameters[i].value, 12.5, style::kInk, Weight::kBold);
+        cell(36.0, parameters[i].words, 9.0, style::kMuted, Weight::kNormal);
     }
-    return y + parameterRows() * kCellHeight;
 }
 
-double ProgramPage::drawEchoes(Canvas& canvas, double y) const {
-    const ImpulseResponse& response = measurement.response();
-    y += kSectionGap - 20.0;
+void ProgramPage::drawEchoes(Canvas& canvas) const {
+    const ImpulseResponse& response = measurement_.response();
+    double y = echoesTop();
     drawHeading(canvas, y - 10.0, "Impulse response", "highest sample");
     double x = kPlotRight;
     for (int input = response.inputs() - 1; input >= 0; --input) {
         const std::string words =
             "impulse into the " + style::channelWords(input, response.inputs(), "input");
-        canvas.text(x, y - 10.0, words, 10.0, style::kInk, Align::Right);
+        canvas.text(x, y - 10.0, words, 10.0, style::kInk, Align::kRight);
         x -= canvas.textWidth(words, 10.0) + 7.0;
         canvas.fill({x - 10.0, y - 19.0, 10.0, 10.0}, style::inputColour(input));
         x -= 10.0 + 18.0;
     }
 
-    const double seconds = secondsToShow(measurement, kFloor, kMostEchoes);
-    const double top = levelAbove(measurement);
+    const double seconds = secondsToShow(measurement_, kFloor, kMostEchoes);
+    const double top = levelAbove(measurement_);
     for (int output = 0; output < response.outputs(); ++output) {
         const Rectangle area{kPlotLeft, y, kPlotRight - kPlotLeft, kEchoHeight};
         const bool last = output + 1 == response.outputs();
-        EchoPanel(measurement, output, area, seconds, top, kFloor, kLabelRoom).draw(canvas, last);
+        EchoPanel(measurement_, output, area, seconds, top, kFloor, kLabelRoom).draw(canvas, last);
         canvas.uprightText(kMargin - 2.0, y + kEchoHeight / 2.0,
                            capital(style::channelWords(output, response.outputs(), "output")) +
                                ", dB",
@@ -158,15 +164,14 @@ double ProgramPage::drawEchoes(Canvas& canvas, double y) const {
         y += kEchoHeight + (last ? 0.0 : kEchoGap);
     }
     canvas.text((kPlotLeft + kPlotRight) / 2.0, y + 30.0, "Time after the impulse, ms", 10.0,
-                style::kInk, Align::Centre);
-    return y;
+                style::kInk, Align::kCentre);
 }
 
-void ProgramPage::drawResponse(Canvas& canvas, double y) const {
-    const ImpulseResponse& response = measurement.response();
-    y += kSectionGap + 12.0;
-    const EffectMeasurement::Path path = measurement.leadingPath();
-    const EchoAnalysis& echoes = measurement.echoes(path.input, path.output);
+void ProgramPage::drawResponse(Canvas& canvas) const {
+    const ImpulseResponse& response = measurement_.response();
+    const double y = responseTop();
+    const EffectMeasurement::Path path = measurement_.leadingPath();
+    const EchoAnalysis& echoes = measurement_.echoes(path.input, path.output);
     const std::string from = style::channelWords(path.input, response.inputs(), "input");
     const std::string to = style::channelWords(path.output, response.outputs(), "output");
     std::string note = from + " to " + to;
@@ -177,21 +182,21 @@ void ProgramPage::drawResponse(Canvas& canvas, double y) const {
     }
     drawHeading(canvas, y - 10.0, "Frequency response", note);
     const Rectangle area{kPlotLeft, y, kPlotRight - kPlotLeft, kResponseHeight};
-    ResponsePanel(measurement, area).draw(canvas);
+    ResponsePanel(measurement_, area).draw(canvas);
     canvas.uprightText(kMargin - 2.0, y + kResponseHeight / 2.0, "Gain, dB", 10.0, style::kInk);
     canvas.text((kPlotLeft + kPlotRight) / 2.0, y + kResponseHeight + 30.0, "Frequency, Hz", 10.0,
-                style::kInk, Align::Centre);
+                style::kInk, Align::kCentre);
     canvas.text(kPlotRight, y + kResponseHeight + 52.0,
                 "tvhost plot, one sample of 1.0 at " + shortNumber(response.sampleRate(), 0) +
                     " Hz into each input in turn",
-                9.0, style::kMuted, Align::Right);
+                9.0, style::kMuted, Align::kRight);
 }
 
 void ProgramPage::draw(Canvas& canvas) const {
-    double y = drawTitle(canvas, kMargin);
-    y = drawParameters(canvas, y);
-    y = drawEchoes(canvas, y);
-    drawResponse(canvas, y);
+    drawTitle(canvas);
+    drawParameters(canvas);
+    drawEchoes(canvas);
+    drawResponse(canvas);
 }
 
 } // namespace tvhost

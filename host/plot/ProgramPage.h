@@ -1,3 +1,4 @@
+// A page about one setting of an effect.
 #pragma once
 
 #include "host/measure/EffectMeasurement.h"
@@ -16,13 +17,15 @@ public:
     void draw(Canvas& canvas) const;
 
 private:
-    double drawTitle(Canvas& canvas, double y) const;
-    double drawParameters(Canvas& canvas, double y) const;
-    double drawEchoes(Canvas& canvas, double y) const;
-    void drawResponse(Canvas& canvas, double y) const;
+    void drawTitle(Canvas& canvas) const;
+    void drawParameters(Canvas& canvas) const;
+    void drawEchoes(Canvas& canvas) const;
+    void drawResponse(Canvas& canvas) const;
     int parameterRows() const;
+    double echoesTop() const;
+    double responseTop() const;
 
-    const EffectMeasurement& measurement;
+    const EffectMeasurement& measurement_;
 };
 
 // The round level in dB, 0 or more, that no arrival exceeds.

@@ -31,42 +31,42 @@ constexpr int kFewestColumns = 4;
 
 } // namespace
 
-ProgramSheet::ProgramSheet(const std::vector<EffectMeasurement>& measurements_)
-    : measurements(measurements_) {
-    const double count = static_cast<double>(measurements.size());
+ProgramSheet::ProgramSheet(const std::vector<EffectMeasurement>& measurements)
+    : measurements_(measurements) {
+    const double count = static_cast<double>(measurements_.size());
     // About as wide as high when there are many, never wider than there is to show.
     const int square = static_cast<int>(
         std::ceil(std::sqrt(count * (kCellHeight + kRowGap) / (kCellWidth + kColumnGap))));
-    columns = std::min(std::max(square, kFewestColumns), static_cast<int>(measurements.size()));
-    rows = (static_cast<int>(measurements.size()) + columns - 1) / columns;
-    seconds = 0.0;
-    for (const EffectMeasurement& measurement : measurements) {
-        seconds = std::max(seconds, secondsToShow(measurement, kFloor, 1000));
-        highestLevel = std::max(highestLevel, levelAbove(measurement));
-        highestGain = std::max(highestGain, ResponsePanel(measurement, {0, 0, 1, 1}).peak());
+    columns_ = std::min(std::max(square, kFewestColumns), static_cast<int>(measurements_.size()));
+    rows_ = (static_cast<int>(measurements_.size()) + columns_ - 1) / columns_;
+    seconds_ = 0.0;
+    for (const EffectMeasurement& measurement : measurements_) {
+        seconds_ = std::max(seconds_, secondsToShow(measurement, kFloor, 1000));
+        highestLevel_ = std::max(highestLevel_, levelAbove(measurement));
+        highestGain_ = std::max(highestGain_, ResponsePanel(measurement, {0, 0, 1, 1}).peak());
     }
-    seconds = std::min(seconds, kLongestShown);
-    highestGain = std::ceil(highestGain / 10.0) * 10.0;
+    seconds_ = std::min(seconds_, kLongestShown);
+    highestGain_ = std::ceil(highestGain_ / 10.0) * 10.0;
 }
 
 // The heading needs the width of two cells.
 double ProgramSheet::width() const {
-    const int across = std::max(columns, 2);
+    const int across = std::max(columns_, 2);
     return 2.0 * kMargin + across * kCellWidth + (across - 1) * kColumnGap;
 }
 
 double ProgramSheet::height() const {
-    return kMargin + kHeading + rows * kCellHeight + (rows - 1) * kRowGap + kFooter + kMargin;
+    return kMargin + kHeading + rows_ * kCellHeight + (rows_ - 1) * kRowGap + kFooter + kMargin;
 }
 
 void ProgramSheet::drawHeading(Canvas& canvas) const {
-    const EffectMeasurement& any = measurements.front();
+    const EffectMeasurement& any = measurements_.front();
     const ImpulseResponse& response = any.response();
-    const std::size_t count = measurements.size();
+    const std::size_t count = measurements_.size();
     canvas.text(kMargin, kMargin + 20.0,
                 any.effectName() + " \u2013 " + std::to_string(count) +
                     (count == 1 ? " program" : " programs"),
-                24.0, style::kInk, Align::Left, Weight::Bold);
+                24.0, style::kInk, Align::kLeft, Weight::kBold);
 
     double x = kMargin;
     const double y = kMargin + 46.0;
@@ -80,12 +80,12 @@ void ProgramSheet::drawHeading(Canvas& canvas) const {
     const std::string outputs =
         response.outputs() == 2 ? "the left and the right output" : "the output";
     const std::string strips = "Left: highest sample at " + outputs + ", 0 to " +
-                               tickText(seconds * 1000.0, 0) + " ms, " + tickText(kFloor) + " to " +
-                               tickText(highestLevel) + " dB.";
+                               tickText(seconds_ * 1000.0, 0) + " ms, " + tickText(kFloor) +
+                               " to " + tickText(highestLevel_) + " dB.";
     const std::string curves =
         "Right: frequency response of the first echo (solid) and the fifth (dashed), 20 Hz to "
         "20 kHz, " +
-        tickText(kFloor) + " to " + tickText(highestGain) + " dB.";
+        tickText(kFloor) + " to " + tickText(highestGain_) + " dB.";
     canvas.text(kMargin, y + 18.0, strips, 10.0, style::kMuted);
     canvas.text(kMargin, y + 33.0, curves, 10.0, style::kMuted);
 }
@@ -101,8 +101,8 @@ void ProgramSheet::drawCell(Canvas& canvas, const EffectMeasurement& measurement
     const double nameLeft = x + canvas.textWidth(number, 12.0) + 7.0;
     canvas.text(
         nameLeft, y + 10.0,
-        canvas.fitted(measurement.programName(), 12.0, Weight::Bold, x + kCellWidth - nameLeft),
-        12.0, style::kInk, Align::Left, Weight::Bold);
+        canvas.fitted(measurement.programName(), 12.0, Weight::kBold, x + kCellWidth - nameLeft),
+        12.0, style::kInk, Align::kLeft, Weight::kBold);
 
     std::string summary = "no echoes";
     if (echoes.echoCount() > 0) {
@@ -120,28 +120,28 @@ void ProgramSheet::drawCell(Canvas& canvas, const EffectMeasurement& measurement
     const double height = (kPanelsHeight - (outputs - 1) * kPanelGap) / outputs;
     for (int output = 0; output < outputs; ++output) {
         const Rectangle area{x, y + kPanelTop + output * (height + kPanelGap), kEchoWidth, height};
-        EchoPanel(measurement, output, area, seconds, highestLevel, kFloor, 2.0)
+        EchoPanel(measurement, output, area, seconds_, highestLevel_, kFloor, 2.0)
             .drawSmall(canvas, outputs == 1  ? ""
                                : output == 0 ? "L"
                                              : "R");
     }
     const Rectangle area{x + kResponseLeft, y + kPanelTop, kCellWidth - kResponseLeft,
                          kPanelsHeight};
-    ResponsePanel(measurement, area).drawSmall(canvas, kFloor, highestGain);
+    ResponsePanel(measurement, area).drawSmall(canvas, kFloor, highestGain_);
 
     canvas.text(x, y + kPanelTop + kPanelsHeight + 12.0, "0", 8.5, style::kMuted);
     canvas.text(x + kEchoWidth, y + kPanelTop + kPanelsHeight + 12.0,
-                tickText(seconds * 1000.0, 0) + " ms", 8.5, style::kMuted, Align::Right);
+                tickText(seconds_ * 1000.0, 0) + " ms", 8.5, style::kMuted, Align::kRight);
     canvas.text(area.x, area.bottom() + 12.0, "20", 8.5, style::kMuted);
-    canvas.text(area.right(), area.bottom() + 12.0, "20k Hz", 8.5, style::kMuted, Align::Right);
+    canvas.text(area.right(), area.bottom() + 12.0, "20k Hz", 8.5, style::kMuted, Align::kRight);
 }
 
 void ProgramSheet::draw(Canvas& canvas) const {
     drawHeading(canvas);
-    for (std::size_t i = 0; i < measurements.size(); ++i) {
-        const int column = static_cast<int>(i) % columns;
-        const int row = static_cast<int>(i) / columns;
-        drawCell(canvas, measurements[i], kMargin + column * (kCellWidth + kColumnGap),
+    for (std::size_t i = 0; i < measurements_.size(); ++i) {
+        const int column = static_cast<int>(i) % columns_;
+        const int row = static_cast<int>(i) / columns_;
+        drawCell(canvas, measurements_[i], kMargin + column * (kCellWidth + kColumnGap),
                  kMargin + kHeading + row * (kCellHeight + kRowGap));
     }
 }

@@ -1,3 +1,4 @@
+// All programs of an effect on one sheet.
 #pragma once
 
 #include "host/measure/EffectMeasurement.h"
@@ -21,12 +22,12 @@ private:
     void drawHeading(Canvas& canvas) const;
     void drawCell(Canvas& canvas, const EffectMeasurement& measurement, double x, double y) const;
 
-    const std::vector<EffectMeasurement>& measurements;
-    int columns;
-    int rows;
-    double seconds;
-    double highestLevel = 0.0; // dB, at the top of the strips
-    double highestGain = 0.0;  // dB, at the top of the frequency responses
+    const std::vector<EffectMeasurement>& measurements_;
+    int columns_;
+    int rows_;
+    double seconds_;
+    double highestLevel_ = 0.0; // dB, at the top of the strips
+    double highestGain_ = 0.0;  // dB, at the top of the frequency responses
 };
 
 } // namespace tvhost

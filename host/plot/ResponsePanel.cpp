@@ -32,9 +32,9 @@ double highestLevel(const FrequencyResponse& response) {
 
 } // namespace
 
-ResponsePanel::ResponsePanel(const EffectMeasurement& measurement, const Rectangle& area_)
-    : area(area_),
-      frequency(kLowest, kHighest, area.x, area.right(), PlotAxis::Scale::Logarithmic) {
+ResponsePanel::ResponsePanel(const EffectMeasurement& measurement, const Rectangle& area)
+    : area_(area),
+      frequency_(kLowest, kHighest, area_.x, area_.right(), PlotAxis::Scale::kLogarithmic) {
     const EffectMeasurement::Path path = measurement.leadingPath();
     const EchoAnalysis& echoes = measurement.echoes(path.input, path.output);
     const double rate = measurement.response().sampleRate();
@@ -43,10 +43,10 @@ ResponsePanel::ResponsePanel(const EffectMeasurement& measurement, const Rectang
                          double width, double dash) {
         const std::string words =
             name + ", " + millisecondText(static_cast<double>(echo.frame) / rate);
-        curves.push_back({words,
-                          FrequencyResponse(samples.data() + echo.begin,
-                                            static_cast<std::size_t>(echo.end - echo.begin), rate),
-                          colour, width, dash});
+        curves_.push_back({words,
+                           FrequencyResponse(samples.data() + echo.begin,
+                                             static_cast<std::size_t>(echo.end - echo.begin), rate),
+                           colour, width, dash});
     };
     if (echoes.echoCount() > 0) {
         add("first echo", echoes.echo(0), style::inputColour(path.input), 2.2, 0.0);
@@ -58,24 +58,24 @@ ResponsePanel::ResponsePanel(const EffectMeasurement& measurement, const Rectang
     }
 
     double lowestPeak = 0.0;
-    for (const Curve& curve : curves) {
+    for (const Curve& curve : curves_) {
         const double peak = highestLevel(curve.response);
-        const bool first = &curve == &curves.front();
-        highestGain = first ? peak : std::max(highestGain, peak);
+        const bool first = &curve == &curves_.front();
+        highestGain_ = first ? peak : std::max(highestGain_, peak);
         lowestPeak = first ? peak : std::min(lowestPeak, peak);
     }
     // The same range in most pictures, so that a flat curve doesn't look like a steep one.
-    lowestGain = std::min(highestGain - kLeastRange, lowestPeak - kBelowPeak);
+    lowestGain_ = std::min(highestGain_ - kLeastRange, lowestPeak - kBelowPeak);
 }
 
 void ResponsePanel::drawCurves(Canvas& canvas, const PlotAxis& levels, double widthFactor) const {
-    canvas.clip(area);
+    canvas.clip(area_);
     // The first echo lies on top.
-    for (auto curve = curves.rbegin(); curve != curves.rend(); ++curve) {
-        for (int i = 0; i <= static_cast<int>(area.width); ++i) {
-            const double x = area.x + i;
+    for (auto curve = curves_.rbegin(); curve != curves_.rend(); ++curve) {
+        for (int i = 0; i <= static_cast<int>(area_.width); ++i) {
+            const double x = area_.x + i;
             // Far below the panel is far enough for what is next to nothing.
-            const double decibel = std::max(curve->response.decibelsAt(frequency.valueAt(x)),
+            const double decibel = std::max(curve->response.decibelsAt(frequency_.valueAt(x)),
                                             levels.from() - kLeastRange);
             canvas.lineTo(x, levels.at(decibel));
         }
@@ -85,51 +85,51 @@ void ResponsePanel::drawCurves(Canvas& canvas, const PlotAxis& levels, double wi
 }
 
 void ResponsePanel::draw(Canvas& canvas) const {
-    const PlotAxis level(std::floor(lowestGain / 10.0) * 10.0,
-                         std::ceil((highestGain + 3.0) / 10.0) * 10.0, area.bottom(), area.y);
-    canvas.fill(area, style::kPaper);
+    const PlotAxis level(std::floor(lowestGain_ / 10.0) * 10.0,
+                         std::ceil((highestGain_ + 3.0) / 10.0) * 10.0, area_.bottom(), area_.y);
+    canvas.fill(area_, style::kPaper);
     for (const double decade : {10.0, 100.0, 1000.0, 10000.0}) {
         for (int n = 2; n <= 10; ++n) {
             const double hertz = decade * n;
             if (hertz > kLowest && hertz < kHighest) {
-                canvas.line(frequency.at(hertz), area.y, frequency.at(hertz), area.bottom(),
+                canvas.line(frequency_.at(hertz), area_.y, frequency_.at(hertz), area_.bottom(),
                             n == 10 ? style::kGrid : style::kFineGrid, 0.8);
             }
         }
     }
     for (const double decibel : level.ticks(7)) {
         const double y = level.at(decibel);
-        canvas.line(area.x, y, area.right(), y, style::kGrid, 0.8);
-        canvas.text(area.x - 7.0, y + 3.4, tickText(decibel), kAxisSize, style::kMuted,
-                    Align::Right);
+        canvas.line(area_.x, y, area_.right(), y, style::kGrid, 0.8);
+        canvas.text(area_.x - 7.0, y + 3.4, tickText(decibel), kAxisSize, style::kMuted,
+                    Align::kRight);
     }
     for (const double hertz : kLabelled) {
-        canvas.text(frequency.at(hertz), area.bottom() + 14.0, hertzText(hertz), kAxisSize,
-                    style::kMuted, Align::Centre);
+        canvas.text(frequency_.at(hertz), area_.bottom() + 14.0, hertzText(hertz), kAxisSize,
+                    style::kMuted, Align::kCentre);
     }
     drawCurves(canvas, level, 1.0);
-    canvas.frame(area, style::kFrame, 1.0);
+    canvas.frame(area_, style::kFrame, 1.0);
 
     // The legend, right-aligned above the panel.
-    double x = area.right();
-    for (auto curve = curves.rbegin(); curve != curves.rend(); ++curve) {
-        canvas.text(x, area.y - 10.0, curve->name, kLegendSize, style::kInk, Align::Right);
+    double x = area_.right();
+    for (auto curve = curves_.rbegin(); curve != curves_.rend(); ++curve) {
+        canvas.text(x, area_.y - 10.0, curve->name, kLegendSize, style::kInk, Align::kRight);
         x -= canvas.textWidth(curve->name, kLegendSize) + 7.0;
-        canvas.moveTo(x - 22.0, area.y - 13.5);
-        canvas.lineTo(x, area.y - 13.5);
+        canvas.moveTo(x - 22.0, area_.y - 13.5);
+        canvas.lineTo(x, area_.y - 13.5);
         canvas.stroke(curve->colour, curve->width, curve->dash);
         x -= 22.0 + 18.0;
     }
 }
 
 void ResponsePanel::drawSmall(Canvas& canvas, double lowest, double highest) const {
-    canvas.fill(area, style::kBand);
+    canvas.fill(area_, style::kBand);
     for (const double hertz : {100.0, 1000.0, 10000.0}) {
-        canvas.line(frequency.at(hertz), area.y, frequency.at(hertz), area.bottom(), style::kGrid,
-                    0.7);
+        canvas.line(frequency_.at(hertz), area_.y, frequency_.at(hertz), area_.bottom(),
+                    style::kGrid, 0.7);
     }
-    drawCurves(canvas, PlotAxis(lowest, highest, area.bottom(), area.y), 0.7);
-    canvas.line(area.x, area.bottom(), area.right(), area.bottom(), style::kFrame, 0.8);
+    drawCurves(canvas, PlotAxis(lowest, highest, area_.bottom(), area_.y), 0.7);
+    canvas.line(area_.x, area_.bottom(), area_.right(), area_.bottom(), style::kFrame, 0.8);
 }
 
 } // namespace tvhost

@@ -1,3 +1,4 @@
+// The frequency response of an effect's echoes.
 #pragma once
 
 #include "host/measure/EffectMeasurement.h"
@@ -22,7 +23,7 @@ public:
     void drawSmall(Canvas& canvas, double lowest, double highest) const;
 
     // The highest gain of any curve in dB.
-    double peak() const { return highestGain; }
+    double peak() const { return highestGain_; }
 
 private:
     struct Curve {
@@ -35,11 +36,11 @@ private:
 
     void drawCurves(Canvas& canvas, const PlotAxis& levels, double widthFactor) const;
 
-    Rectangle area;
-    std::vector<Curve> curves;
-    PlotAxis frequency; // Hz
-    double highestGain = 0.0;
-    double lowestGain = 0.0; // the scale's lower end
+    Rectangle area_;
+    std::vector<Curve> curves_;
+    PlotAxis frequency_; // Hz
+    double highestGain_ = 0.0;
+    double lowestGain_ = 0.0; // the scale's lower end
 };
 
 } // namespace tvhost

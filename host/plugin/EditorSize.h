@@ -1,3 +1,4 @@
+// The size of an editor.
 #pragma once
 
 namespace tvhost {

@@ -1,3 +1,4 @@
+// All that an effect says about itself, for programs and for readers.
 #pragma once
 
 #include "host/plugin/EffectInstance.h"

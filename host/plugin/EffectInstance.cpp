@@ -27,21 +27,21 @@ std::string channelCount(int count) {
 } // namespace
 
 EffectInstance::EffectInstance(std::shared_ptr<const PluginModule> module)
-    : plugin(std::move(module)), host(plugin->file().parent_path().string()),
-      effect(plugin->createEffect(HostCallback::entry)) {
-    const std::string file = plugin->file().string();
-    if (!effect) {
-        throw UserError(file + " made no effect: its VSTPluginMain answered null; "
+    : plugin_(std::move(module)), host_(plugin_->file().parent_path().string()),
+      effect_(plugin_->createEffect(HostCallback::entry)) {
+    const std::string file = plugin_->file().string();
+    if (!effect_) {
+        throw UserError(file + " did not make an effect: its entry returned null; "
                                "give a plug-in that works with a VST 2.4 host");
     }
-    if (effect->magic != kEffectMagic || !effect->dispatcher || !effect->setParameter ||
-        !effect->getParameter) {
-        throw UserError(file + " answered with something that is no VST 2 effect; "
+    if (effect_->magic != kEffectMagic || !effect_->dispatcher || !effect_->setParameter ||
+        !effect_->getParameter) {
+        throw UserError(file + " did not return a VST 2 effect; "
                                "give a VST 2 bundle or .so");
     }
-    host.bind(*effect);
+    host_.bind(*effect_);
     dispatch(effOpen);
-    names = readProgramNames();
+    names_ = readProgramNames();
 }
 
 EffectInstance::~EffectInstance() {
@@ -51,7 +51,7 @@ EffectInstance::~EffectInstance() {
 
 VstIntPtr EffectInstance::dispatch(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr,
                                    float opt) const {
-    return effect->dispatcher(effect, opcode, index, value, ptr, opt);
+    return effect_->dispatcher(effect_, opcode, index, value, ptr, opt);
 }
 
 std::string EffectInstance::text(VstInt32 opcode, VstInt32 index, VstIntPtr value) const {
@@ -65,11 +65,11 @@ std::int32_t EffectInstance::number(VstInt32 opcode, VstInt32 index) const {
 }
 
 int EffectInstance::parameterCount() const {
-    return std::max(effect->numParams, 0);
+    return std::max(effect_->numParams, 0);
 }
 
 int EffectInstance::programCount() const {
-    return std::max(effect->numPrograms, 0);
+    return std::max(effect_->numPrograms, 0);
 }
 
 std::string EffectInstance::name() const {
@@ -78,7 +78,7 @@ std::string EffectInstance::name() const {
             return candidate;
         }
     }
-    return plugin->file().stem().string();
+    return plugin_->file().stem().string();
 }
 
 std::vector<std::string> EffectInstance::readProgramNames() const {
@@ -110,12 +110,12 @@ void EffectInstance::setProgram(int index) {
 
 void EffectInstance::requireAudio() const {
     const auto fits = [](int channels) { return channels == 1 || channels == 2; };
-    if (effect->numInputs == 0) {
+    if (effect_->numInputs == 0) {
         throw UserError(name() + " takes no sound in; give an effect, not an instrument");
     }
-    if (!fits(effect->numInputs) || !fits(effect->numOutputs)) {
-        throw UserError(name() + " has " + channelCount(effect->numInputs) + " in and " +
-                        std::to_string(effect->numOutputs) +
+    if (!fits(effect_->numInputs) || !fits(effect_->numOutputs)) {
+        throw UserError(name() + " has " + channelCount(effect_->numInputs) + " in and " +
+                        std::to_string(effect_->numOutputs) +
                         " out; tvhost drives effects of one or two channels each");
     }
     if (!canReplace()) {
@@ -125,7 +125,7 @@ void EffectInstance::requireAudio() const {
 }
 
 bool EffectInstance::canReplace() const {
-    return (effect->flags & effFlagsCanReplacing) != 0 && effect->processReplacing;
+    return (effect_->flags & effFlagsCanReplacing) != 0 && effect_->processReplacing;
 }
 
 EditorSize EffectInstance::editorSize() const {
@@ -139,15 +139,15 @@ EditorSize EffectInstance::editorSize() const {
 
 void EffectInstance::start(double sampleRate, int blockSize) {
     stop();
-    position = 0;
-    host.setPosition(0);
-    host.setSampleRate(sampleRate);
-    host.setBlockSize(blockSize);
+    position_ = 0;
+    host_.setPosition(0);
+    host_.setSampleRate(sampleRate);
+    host_.setBlockSize(blockSize);
     dispatch(effSetSampleRate, 0, 0, nullptr, static_cast<float>(sampleRate));
     dispatch(effSetBlockSize, 0, blockSize);
     dispatch(effMainsChanged, 0, 1);
     dispatch(effStartProcess);
-    running = true;
+    running_ = true;
 
     // Effects may take up a new rate only when they process, and write parameters anew as they do.
     // A block without frames lets that happen before anything is set.
@@ -164,20 +164,20 @@ void EffectInstance::start(double sampleRate, int blockSize) {
 }
 
 void EffectInstance::stop() {
-    if (!running) {
+    if (!running_) {
         return;
     }
-    running = false;
+    running_ = false;
     dispatch(effStopProcess);
     dispatch(effMainsChanged, 0, 0);
 }
 
 void EffectInstance::process(float** inputs, float** outputs, int frames) {
-    host.setPosition(position);
-    host.setProcessing(true);
-    effect->processReplacing(effect, inputs, outputs, frames);
-    host.setProcessing(false);
-    position += frames;
+    host_.setPosition(position_);
+    host_.setProcessing(true);
+    effect_->processReplacing(effect_, inputs, outputs, frames);
+    host_.setProcessing(false);
+    position_ += frames;
 }
 
 } // namespace tvhost

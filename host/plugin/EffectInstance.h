@@ -1,3 +1,4 @@
+// One effect of a plug-in, and every call that tvhost makes to it.
 #pragma once
 
 #include "host/plugin/EditorSize.h"
@@ -19,14 +20,14 @@ namespace tvhost {
 // longer than the interface allows.
 class EffectInstance {
 public:
-    // Throws UserError when the plug-in answers null or something that is no VST 2 effect.
+    // Throws UserError when the plug-in returns null or something other than a VST 2 effect.
     explicit EffectInstance(std::shared_ptr<const PluginModule> module);
     ~EffectInstance();
     EffectInstance(const EffectInstance&) = delete;
     EffectInstance& operator=(const EffectInstance&) = delete;
 
-    const PluginModule& module() const { return *plugin; }
-    const AEffect& record() const { return *effect; }
+    const PluginModule& module() const { return *plugin_; }
+    const AEffect& record() const { return *effect_; }
 
     int parameterCount() const;
     int programCount() const;
@@ -46,18 +47,18 @@ public:
     std::string parameterLabel(int index) const { return text(effGetParamLabel, index); }
     std::string parameterDisplay(int index) const { return text(effGetParamDisplay, index); }
     bool isAutomatable(int index) const { return number(effCanBeAutomated, index) != 0; }
-    float parameter(int index) const { return effect->getParameter(effect, index); }
-    void setParameter(int index, float value) { effect->setParameter(effect, index, value); }
+    float parameter(int index) const { return effect_->getParameter(effect_, index); }
+    void setParameter(int index, float value) { effect_->setParameter(effect_, index, value); }
 
     int currentProgram() const { return number(effGetProgram); }
     void setProgram(int index);
-    std::vector<std::string> programNames() const { return names; }
+    std::vector<std::string> programNames() const { return names_; }
 
     // Throws UserError unless the effect takes one or two channels, gives one or two and can write
     // over its output buffers.
     void requireAudio() const;
-    int inputCount() const { return std::max(effect->numInputs, 0); }
-    int outputCount() const { return std::max(effect->numOutputs, 0); }
+    int inputCount() const { return std::max(effect_->numInputs, 0); }
+    int outputCount() const { return std::max(effect_->numOutputs, 0); }
     // Whether the effect can write over its output buffers.
     bool canReplace() const;
 
@@ -71,7 +72,7 @@ public:
     // stop(), and only when the effect can replace. The time line advances by `frames`.
     void process(float** inputs, float** outputs, int frames);
 
-    bool hasEditor() const { return (effect->flags & effFlagsHasEditor) != 0; }
+    bool hasEditor() const { return (effect_->flags & effFlagsHasEditor) != 0; }
     // What the effect tells; not usable when it tells nothing.
     EditorSize editorSize() const;
     // `window` is an X11 window. Whether the effect says that its editor is open.
@@ -81,7 +82,7 @@ public:
     void idleEditor() { dispatch(effEditIdle); }
     // See HostCallback.
     void setSizeRequestHandler(HostCallback::SizeRequestHandler handler) {
-        host.setSizeRequestHandler(std::move(handler));
+        host_.setSizeRequestHandler(std::move(handler));
     }
 
 private:
@@ -91,12 +92,12 @@ private:
     std::int32_t number(VstInt32 opcode, VstInt32 index = 0) const;
     std::vector<std::string> readProgramNames() const;
 
-    std::shared_ptr<const PluginModule> plugin;
-    HostCallback host;
-    AEffect* effect;
-    std::vector<std::string> names;
-    std::int64_t position = 0;
-    bool running = false;
+    std::shared_ptr<const PluginModule> plugin_;
+    HostCallback host_;
+    AEffect* effect_;
+    std::vector<std::string> names_;
+    std::int64_t position_ = 0;
+    bool running_ = false;
 };
 
 } // namespace tvhost

@@ -25,7 +25,7 @@ int find(const EffectInstance& effect, const char* kind, const std::vector<std::
          const std::string& text) {
     if (names.empty()) {
         throw UserError(effect.name() + " has no " + kind + "s, so " + kind + " \"" + text +
-                        "\" cannot be had");
+                        "\" cannot be set");
     }
     const std::string wanted = plainText(text);
     std::optional<int> found;

@@ -1,3 +1,4 @@
+// Parameters and programs by the names or numbers that users give.
 #pragma once
 
 #include "host/plugin/EffectInstance.h"

@@ -9,7 +9,7 @@ namespace tvhost {
 float normalisedValue(const std::string& text, const std::string& where) {
     const auto value = parseNumber(text);
     if (!value || *value < 0.0 || *value > 1.0) {
-        throw UserError(where + ": \"" + text + "\" is no value; give a number from 0 to 1");
+        throw UserError(where + ": \"" + text + "\" is not a value; give a number from 0 to 1");
     }
     return static_cast<float>(*value);
 }

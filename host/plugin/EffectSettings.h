@@ -1,3 +1,4 @@
+// What a command line says an effect is to be set to.
 #pragma once
 
 #include "host/plugin/EffectInstance.h"

@@ -58,7 +58,7 @@ VstIntPtr canDo(const void* ptr) {
 
 } // namespace
 
-HostCallback::HostCallback(std::string pluginFolder) : folder(std::move(pluginFolder)) {
+HostCallback::HostCallback(std::string pluginFolder) : folder_(std::move(pluginFolder)) {
     underConstruction = this;
 }
 
@@ -115,15 +115,15 @@ VstIntPtr HostCallback::answer(const AEffect* effect, VstInt32 opcode, VstInt32 
     case audioMasterGetParameterQuantization:
         return 1;
     case audioMasterGetSampleRate:
-        return static_cast<VstIntPtr>(sampleRate);
+        return static_cast<VstIntPtr>(sampleRate_);
     case audioMasterGetBlockSize:
-        return blockSize;
+        return blockSize_;
     case audioMasterGetCurrentProcessLevel:
-        return processing ? kProcessLevelOffline : kProcessLevelUser;
+        return processing_ ? kProcessLevelOffline : kProcessLevelUser;
     case audioMasterGetDirectory:
-        return reinterpret_cast<VstIntPtr>(folder.c_str());
+        return reinterpret_cast<VstIntPtr>(folder_.c_str());
     case audioMasterSizeWindow:
-        return sizeRequest && sizeRequest(index, static_cast<int>(value)) ? 1 : 0;
+        return sizeRequest_ && sizeRequest_(index, static_cast<int>(value)) ? 1 : 0;
     case audioMasterUpdateDisplay:
     case audioMasterBeginEdit:
     case audioMasterEndEdit:
@@ -134,21 +134,21 @@ VstIntPtr HostCallback::answer(const AEffect* effect, VstInt32 opcode, VstInt32 
 }
 
 VstIntPtr HostCallback::timeInfo() {
-    const double seconds = static_cast<double>(position) / sampleRate;
+    const double seconds = static_cast<double>(position_) / sampleRate_;
     const double beats = seconds * kBeatsPerMinute / 60.0;
-    time = {};
-    time.samplePos = static_cast<double>(position);
-    time.sampleRate = sampleRate;
-    time.nanoSeconds = seconds * 1e9;
-    time.ppqPos = beats;
-    time.tempo = kBeatsPerMinute;
-    time.barStartPos =
+    time_ = {};
+    time_.samplePos = static_cast<double>(position_);
+    time_.sampleRate = sampleRate_;
+    time_.nanoSeconds = seconds * 1e9;
+    time_.ppqPos = beats;
+    time_.tempo = kBeatsPerMinute;
+    time_.barStartPos =
         static_cast<double>(static_cast<std::int64_t>(beats / kBeatsPerBar)) * kBeatsPerBar;
-    time.timeSigNumerator = static_cast<VstInt32>(kBeatsPerBar);
-    time.timeSigDenominator = 4;
-    time.flags = kTransportPlaying | kNanosecondsValid | kBeatPositionValid | kTempoValid |
-                 kBarStartValid | kTimeSignatureValid;
-    return reinterpret_cast<VstIntPtr>(&time);
+    time_.timeSigNumerator = static_cast<VstInt32>(kBeatsPerBar);
+    time_.timeSigDenominator = 4;
+    time_.flags = kTransportPlaying | kNanosecondsValid | kBeatPositionValid | kTempoValid |
+                  kBarStartValid | kTimeSignatureValid;
+    return reinterpret_cast<VstIntPtr>(&time_);
 }
 
 } // namespace tvhost

@@ -1,3 +1,4 @@
+// The host's side of what an effect asks.
 #pragma once
 
 #include "plugin/vst2/AEffect.h"
@@ -29,31 +30,31 @@ public:
     // Ends the construction: from now on calls are told apart by the record.
     void bind(AEffect& effect);
 
-    void setSampleRate(double hertz) { sampleRate = hertz; }
-    void setBlockSize(int frames) { blockSize = frames; }
+    void setSampleRate(double hertz) { sampleRate_ = hertz; }
+    void setBlockSize(int frames) { blockSize_ = frames; }
 
     // Position on the time line of the next frame to be processed, in frames.
-    void setPosition(std::int64_t frame) { position = frame; }
+    void setPosition(std::int64_t frame) { position_ = frame; }
 
     // Whether the effect is inside its process call.
-    void setProcessing(bool state) { processing = state; }
+    void setProcessing(bool state) { processing_ = state; }
 
     // Given what an effect asks its editor's window to become, in pixels; answers whether it did.
     using SizeRequestHandler = std::function<bool(int width, int height)>;
     // Without one, and with null, no such wish is granted.
-    void setSizeRequestHandler(SizeRequestHandler handler) { sizeRequest = std::move(handler); }
+    void setSizeRequestHandler(SizeRequestHandler handler) { sizeRequest_ = std::move(handler); }
 
 private:
     VstIntPtr answer(const AEffect* effect, VstInt32 opcode, VstInt32 index, VstIntPtr value);
     VstIntPtr timeInfo();
 
-    std::string folder;
-    double sampleRate = 44100.0;
-    int blockSize = 512;
-    std::int64_t position = 0;
-    bool processing = false;
-    SizeRequestHandler sizeRequest;
-    VstTimeInfo time{};
+    std::string folder_;
+    double sampleRate_ = 44100.0;
+    int blockSize_ = 512;
+    std::int64_t position_ = 0;
+    bool processing_ = false;
+    SizeRequestHandler sizeRequest_;
+    VstTimeInfo time_{};
 };
 
 } // namespace tvhost

@@ -105,7 +105,7 @@ private:
 fs::path objectInBundle(const fs::path& bundle) {
     const std::vector<fs::path> objects = objectsOf(bundle);
     if (objects.empty()) {
-        throw UserError(bundle.string() + " is no plug-in bundle for this system: it holds no " +
+        throw UserError(bundle.string() + " is not a plug-in bundle for this system: it has no " +
                         kObjectFolder + "/*.so");
     }
     const auto named = std::find_if(objects.begin(), objects.end(), [&](const fs::path& object) {

@@ -7,27 +7,28 @@
 namespace tvhost {
 
 PluginModule::PluginModule(const std::filesystem::path& file)
-    : path(std::filesystem::absolute(file)), handle(dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL)) {
-    if (!handle) {
+    : path_(std::filesystem::absolute(file)),
+      handle_(dlopen(path_.c_str(), RTLD_NOW | RTLD_LOCAL)) {
+    if (!handle_) {
         const char* reason = dlerror();
-        throw UserError(path.string() + " is no plug-in that can be loaded: " +
+        throw UserError(path_.string() + " cannot be loaded as a plug-in: " +
                         plainText(reason ? reason : "unknown reason") +
                         "; give a VST 2 bundle or .so built for this system");
     }
-    entry = reinterpret_cast<Entry>(dlsym(handle, "VSTPluginMain"));
-    if (!entry) {
-        dlclose(handle);
-        throw NoEntry(path.string() +
-                      " is no VST 2 plug-in: it exports no VSTPluginMain; give one that does");
+    entry_ = reinterpret_cast<Entry>(dlsym(handle_, "VSTPluginMain"));
+    if (!entry_) {
+        dlclose(handle_);
+        throw NoEntry(path_.string() +
+                      " is not a VST 2 plug-in: it exports no VSTPluginMain; give one that does");
     }
 }
 
 PluginModule::~PluginModule() {
-    dlclose(handle);
+    dlclose(handle_);
 }
 
 AEffect* PluginModule::createEffect(audioMasterCallback host) const {
-    return entry(host);
+    return entry_(host);
 }
 
 } // namespace tvhost

@@ -1,3 +1,4 @@
+// A plug-in file that is loaded.
 #pragma once
 
 #include "host/base/UserError.h"
@@ -7,7 +8,7 @@
 
 namespace tvhost {
 
-// A loaded plug-in file. It must outlive the effects made from it.
+// Must outlive the effects made from it.
 class PluginModule {
 public:
     // Thrown for a shared object that is no VST 2 plug-in at all.
@@ -23,7 +24,7 @@ public:
     PluginModule(const PluginModule&) = delete;
     PluginModule& operator=(const PluginModule&) = delete;
 
-    const std::filesystem::path& file() const { return path; }
+    const std::filesystem::path& file() const { return path_; }
 
     // What the entry answers, null included.
     AEffect* createEffect(audioMasterCallback host) const;
@@ -31,9 +32,9 @@ public:
 private:
     using Entry = AEffect* (*)(audioMasterCallback);
 
-    std::filesystem::path path;
-    void* handle;
-    Entry entry;
+    std::filesystem::path path_;
+    void* handle_;
+    Entry entry_;
 };
 
 } // namespace tvhost

@@ -31,10 +31,10 @@ Automation::Automation(const EffectInstance& effect, const std::vector<std::stri
             const std::size_t comma = rest.find(',');
             const std::string point = rest.substr(0, comma);
             rest.erase(0, comma + 1);
-            points.push_back(pointFrom(point, where, parameter, sampleRate));
+            points_.push_back(pointFrom(point, where, parameter, sampleRate));
         }
     }
-    std::stable_sort(points.begin(), points.end(),
+    std::stable_sort(points_.begin(), points_.end(),
                      [](const Point& a, const Point& b) { return a.frame < b.frame; });
 }
 
@@ -43,29 +43,29 @@ Automation::Point Automation::pointFrom(const std::string& text, const std::stri
     const std::size_t colon = text.find(':');
     if (colon == std::string::npos) {
         throw UserError(where + ": \"" + text +
-                        "\" is no point; give T:V, seconds and a number from 0 to 1");
+                        "\" is not a point; give T:V, the time in seconds and a value from 0 to 1");
     }
     const std::string time = text.substr(0, colon);
     const auto seconds = parseNumber(time);
     if (!seconds || *seconds < 0.0 || *seconds > kLatestTime) {
-        throw UserError(where + ": \"" + time + "\" is no time; give seconds, 0 or more");
+        throw UserError(where + ": \"" + time + "\" is not a time; give seconds, 0 or more");
     }
     return {std::llround(*seconds * sampleRate), parameter,
             normalisedValue(text.substr(colon + 1), where)};
 }
 
 void Automation::apply(EffectInstance& effect, std::int64_t frame) {
-    for (; next < points.size() && points[next].frame <= frame; ++next) {
-        effect.setParameter(points[next].parameter, points[next].value);
+    for (; next_ < points_.size() && points_[next_].frame <= frame; ++next_) {
+        effect.setParameter(points_[next_].parameter, points_[next_].value);
     }
 }
 
 std::int64_t Automation::framesUntilNext(std::int64_t frame, std::int64_t limit) const {
-    return next == points.size() ? limit : std::min(limit, points[next].frame - frame);
+    return next_ == points_.size() ? limit : std::min(limit, points_[next_].frame - frame);
 }
 
 std::int64_t Automation::lastFrame() const {
-    return points.empty() ? 0 : points.back().frame;
+    return points_.empty() ? 0 : points_.back().frame;
 }
 
 } // namespace tvhost

@@ -1,3 +1,4 @@
+// Parameter changes on the output's time line.
 #pragma once
 
 #include "host/plugin/EffectInstance.h"
@@ -28,7 +29,7 @@ public:
     std::int64_t lastFrame() const;
 
     // Changes that apply() has not reached.
-    std::size_t pending() const { return points.size() - next; }
+    std::size_t pending() const { return points_.size() - next_; }
 
 private:
     struct Point {
@@ -41,8 +42,8 @@ private:
     static Point pointFrom(const std::string& text, const std::string& where, int parameter,
                            double sampleRate);
 
-    std::vector<Point> points;
-    std::size_t next = 0;
+    std::vector<Point> points_;
+    std::size_t next_ = 0;
 };
 
 } // namespace tvhost

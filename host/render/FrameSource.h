@@ -1,3 +1,4 @@
+// Where a render gets its sound from.
 #pragma once
 
 #include <cstdint>

@@ -1,3 +1,4 @@
+// How far a render has come, on the terminal.
 #pragma once
 
 #include <cstdint>
@@ -20,10 +21,10 @@ public:
 private:
     std::string line(std::int64_t frames, bool inTail) const;
 
-    std::int64_t expected;
-    int rate;
-    bool visible;
-    std::string shown;
+    std::int64_t expected_;
+    int rate_;
+    bool visible_;
+    std::string shown_;
 };
 
 } // namespace tvhost

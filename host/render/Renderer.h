@@ -1,3 +1,4 @@
+// The road of the sound in a render: source, effect, file.
 #pragma once
 
 #include "host/plugin/EffectInstance.h"
@@ -23,7 +24,7 @@ public:
     Renderer(EffectInstance& effect, FrameSource& source, Automation& automation,
              SoundFileWriter& writer, int blockSize, std::optional<double> tailSeconds);
 
-    // Throws UserError when reading or writing fails or the effect gives what is no finite number.
+    // Throws UserError when reading or writing fails or the effect produces NaN or infinity.
     void run(ProgressBar& progress);
 
 private:
@@ -32,18 +33,18 @@ private:
     void checkOutput(int frames) const;
     TailGate makeGate() const;
 
-    EffectInstance& effect;
-    FrameSource& source;
-    Automation& automation;
-    SoundFileWriter& writer;
-    int blockSize;
-    std::optional<double> tailSeconds;
-    std::int64_t position = 0; // on the time line, of the next block
-    std::int64_t inputEnd = 0; // known once the input has ended
-    std::vector<float> sourceFrames;
-    std::vector<std::vector<float>> inputs;
-    std::vector<std::vector<float>> outputs;
-    std::vector<float> outputFrames;
+    EffectInstance& effect_;
+    FrameSource& source_;
+    Automation& automation_;
+    SoundFileWriter& writer_;
+    int blockSize_;
+    std::optional<double> tailSeconds_;
+    std::int64_t position_ = 0; // on the time line, of the next block
+    std::int64_t inputEnd_ = 0; // known once the input has ended
+    std::vector<float> sourceFrames_;
+    std::vector<std::vector<float>> inputs_;
+    std::vector<std::vector<float>> outputs_;
+    std::vector<float> outputFrames_;
 };
 
 } // namespace tvhost

@@ -1,3 +1,4 @@
+// A stream of sound at another sample rate than its source.
 #pragma once
 
 #include "host/render/FrameSource.h"
@@ -20,8 +21,8 @@ public:
     SampleRateConverter(const SampleRateConverter&) = delete;
     SampleRateConverter& operator=(const SampleRateConverter&) = delete;
 
-    int channels() const override { return source->channels(); }
-    int sampleRate() const override { return rate; }
+    int channels() const override { return source_->channels(); }
+    int sampleRate() const override { return rate_; }
     std::int64_t expectedFrames() const override;
     int read(float* interleaved, int frames) override;
 
@@ -29,18 +30,18 @@ private:
     // Makes the next stretch of output available; nothing at the end.
     void convert();
 
-    std::unique_ptr<FrameSource> source;
-    int rate;
-    double ratio;
-    std::string name;
-    SRC_STATE* state = nullptr;
-    std::vector<float> input;
-    int inputFrames = 0; // in `input`, from `inputStart` on
-    int inputStart = 0;
-    bool inputEnded = false;
-    std::vector<float> output;
-    int outputFrames = 0; // in `output`, from `outputStart` on
-    int outputStart = 0;
+    std::unique_ptr<FrameSource> source_;
+    int rate_;
+    double ratio_;
+    std::string name_;
+    SRC_STATE* state_ = nullptr;
+    std::vector<float> input_;
+    int inputFrames_ = 0; // in `input`, from `inputStart` on
+    int inputStart_ = 0;
+    bool inputEnded_ = false;
+    std::vector<float> output_;
+    int outputFrames_ = 0; // in `output`, from `outputStart` on
+    int outputStart_ = 0;
 };
 
 } // namespace tvhost

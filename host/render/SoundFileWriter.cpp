@@ -29,62 +29,62 @@ std::string reason(const char* words) {
 
 } // namespace
 
-SoundFileWriter::SoundFileWriter(const std::string& path_, const SoundFormat& format, int channels,
+SoundFileWriter::SoundFileWriter(const std::string& path, const SoundFormat& format, int channels,
                                  int sampleRate)
-    : path(path_), fixedPoint(format.fixedPoint), output(path) {
-    info.channels = channels;
-    info.samplerate = sampleRate;
-    info.format = format.code;
-    file = sf_open_fd(output.descriptor(), SFM_WRITE, &info, SF_FALSE);
-    if (!file) {
-        throw UserError(path + " cannot be written as " + format.name + ": " +
+    : path_(path), fixedPoint_(format.fixedPoint), output_(path_) {
+    info_.channels = channels;
+    info_.samplerate = sampleRate;
+    info_.format = format.code;
+    file_ = sf_open_fd(output_.descriptor(), SFM_WRITE, &info_, SF_FALSE);
+    if (!file_) {
+        throw UserError(path_ + " cannot be written as " + format.name + ": " +
                         reason(sf_strerror(nullptr)) + "; give another --rate or format");
     }
     // The peak chunk carries the time of writing, and equal renders are to give equal files.
-    sf_command(file, SFC_SET_ADD_PEAK_CHUNK, nullptr, SF_FALSE);
+    sf_command(file_, SFC_SET_ADD_PEAK_CHUNK, nullptr, SF_FALSE);
     if (!format.fixedPoint && !format.floatingPoint) {
         double quality = kLossyQuality;
-        sf_command(file, SFC_SET_VBR_ENCODING_QUALITY, &quality, sizeof quality);
+        sf_command(file_, SFC_SET_VBR_ENCODING_QUALITY, &quality, sizeof quality);
     }
 }
 
 SoundFileWriter::~SoundFileWriter() {
-    if (file) {
-        sf_close(file);
+    if (file_) {
+        sf_close(file_);
     }
 }
 
 void SoundFileWriter::write(const float* interleaved, std::int64_t frames) {
-    const std::int64_t samples = frames * info.channels;
+    const std::int64_t samples = frames * info_.channels;
     for (std::int64_t i = 0; i < samples; ++i) {
-        largest = std::max(largest, std::abs(interleaved[i]));
+        largest_ = std::max(largest_, std::abs(interleaved[i]));
     }
-    if (fixedPoint) {
-        clipped.assign(interleaved, interleaved + samples);
-        for (float& sample : clipped) {
+    if (fixedPoint_) {
+        clipped_.assign(interleaved, interleaved + samples);
+        for (float& sample : clipped_) {
             if (std::abs(sample) <= 1.0f) {
                 continue;
             }
             sample = std::copysign(1.0f, sample);
-            ++clippedCount;
+            ++clippedCount_;
         }
-        interleaved = clipped.data();
+        interleaved = clipped_.data();
     }
-    if (sf_writef_float(file, interleaved, frames) != frames) {
-        throw UserError(path + " cannot be written: " + reason(sf_strerror(file)) +
+    if (sf_writef_float(file_, interleaved, frames) != frames) {
+        throw UserError(path_ + " cannot be written: " + reason(sf_strerror(file_)) +
                         "; give a file in a folder with room for it");
     }
-    frameCount += frames;
+    frameCount_ += frames;
 }
 
 void SoundFileWriter::finish() {
-    const int error = sf_close(file);
-    file = nullptr;
+    const int error = sf_close(file_);
+    file_ = nullptr;
     if (error != 0) {
-        throw UserError(path + " cannot be written: " + reason(sf_error_number(error)) +
+        throw UserError(path_ + " cannot be written: " + reason(sf_error_number(error)) +
                         "; give a file in a folder with room for it");
     }
-    output.commit();
+    output_.commit();
 }
 
 } // namespace tvhost

@@ -1,3 +1,4 @@
+// A sound file as it is written.
 #pragma once
 
 #include "host/base/OutputFile.h"
@@ -22,27 +23,27 @@ public:
     SoundFileWriter(const SoundFileWriter&) = delete;
     SoundFileWriter& operator=(const SoundFileWriter&) = delete;
 
-    int channels() const { return info.channels; }
+    int channels() const { return info_.channels; }
 
     // Interleaved, finite. Throws UserError when there is no room.
     void write(const float* interleaved, std::int64_t frames);
     void finish();
 
-    std::int64_t framesWritten() const { return frameCount; }
-    float peak() const { return largest; }
+    std::int64_t framesWritten() const { return frameCount_; }
+    float peak() const { return largest_; }
     // Samples that the format could not hold as they were.
-    std::int64_t samplesClipped() const { return clippedCount; }
+    std::int64_t samplesClipped() const { return clippedCount_; }
 
 private:
-    std::string path;
-    bool fixedPoint;
-    SF_INFO info{};
-    OutputFile output;
-    SNDFILE* file = nullptr;
-    std::vector<float> clipped;
-    std::int64_t frameCount = 0;
-    float largest = 0.0f;
-    std::int64_t clippedCount = 0;
+    std::string path_;
+    bool fixedPoint_;
+    SF_INFO info_{};
+    OutputFile output_;
+    SNDFILE* file_ = nullptr;
+    std::vector<float> clipped_;
+    std::int64_t frameCount_ = 0;
+    float largest_ = 0.0f;
+    std::int64_t clippedCount_ = 0;
 };
 
 } // namespace tvhost

@@ -44,9 +44,9 @@ const Entry& entryFor(const std::string& path) {
     });
     if (entry == std::end(kEntries)) {
         throw UserError(path + ": " +
-                        (extension.empty() ? "a name without extension says no format"
-                                           : "\"" + extension + "\" is no format to write") +
-                        "; end the name in " + SoundFormat::knownExtensions());
+                        (extension.empty() ? "the name has no extension to tell the format"
+                                           : "unknown sound format \"" + extension + "\"") +
+                        "; use " + SoundFormat::knownExtensions());
     }
     return *entry;
 }

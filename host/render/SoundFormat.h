@@ -1,3 +1,4 @@
+// How a sound file is written, by the extension of its name.
 #pragma once
 
 #include <cstdint>

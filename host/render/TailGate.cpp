@@ -15,26 +15,26 @@ TailGate TailGate::untilQuiet(int channels, std::int64_t quietFrames, std::int64
     return TailGate(channels, kThreshold, quietFrames, longest, notBefore);
 }
 
-TailGate::TailGate(int channels_, float threshold_, std::int64_t quietFrames_,
-                   std::int64_t longest_, std::int64_t notBefore)
-    : channels(channels_), threshold(threshold_), quietFrames(quietFrames_), longest(longest_),
-      quietFrom(std::max<std::int64_t>(0, notBefore)) {}
+TailGate::TailGate(int channels, float threshold, std::int64_t quietFrames, std::int64_t longest,
+                   std::int64_t notBefore)
+    : channels_(channels), threshold_(threshold), quietFrames_(quietFrames), longest_(longest),
+      quietFrom_(std::max<std::int64_t>(0, notBefore)) {}
 
 void TailGate::push(const float* frame) {
-    held.insert(held.end(), frame, frame + channels);
-    ++count;
-    const bool loud = std::any_of(frame, frame + channels,
-                                  [this](float sample) { return std::abs(sample) >= threshold; });
+    held_.insert(held_.end(), frame, frame + channels_);
+    ++count_;
+    const bool loud = std::any_of(frame, frame + channels_,
+                                  [this](float sample) { return std::abs(sample) >= threshold_; });
     if (!loud) {
         return;
     }
-    released.insert(released.end(), held.begin(), held.end());
-    held.clear();
-    quietFrom = std::max(quietFrom, count);
+    released_.insert(released_.end(), held_.begin(), held_.end());
+    held_.clear();
+    quietFrom_ = std::max(quietFrom_, count_);
 }
 
 bool TailGate::isFinished() const {
-    return count >= longest || count - quietFrom >= quietFrames;
+    return count_ >= longest_ || count_ - quietFrom_ >= quietFrames_;
 }
 
 } // namespace tvhost

@@ -1,3 +1,4 @@
+// Tells where the output ends once the input has.
 #pragma once
 
 #include <cstdint>
@@ -6,7 +7,7 @@
 
 namespace tvhost {
 
-// Tells where the output ends once the input has. Either after a fixed time, or behind the last
+// Either after a fixed time, or after the last
 // frame that reaches -90 dBFS: frames below it are held back until a loud one shows that they
 // belong to the output. Echoes leave gaps, so only a quiet stretch longer than any gap ends the
 // output.
@@ -30,20 +31,20 @@ public:
     bool isFinished() const;
 
     // Interleaved frames found to belong to the output; the caller takes them away.
-    std::vector<float>& ready() { return released; }
+    std::vector<float>& ready() { return released_; }
 
 private:
     TailGate(int channels, float threshold, std::int64_t quietFrames, std::int64_t longest,
              std::int64_t notBefore);
 
-    int channels;
-    float threshold;
-    std::int64_t quietFrames;
-    std::int64_t longest;
-    std::int64_t quietFrom;
-    std::int64_t count = 0;
-    std::vector<float> held;
-    std::vector<float> released;
+    int channels_;
+    float threshold_;
+    std::int64_t quietFrames_;
+    std::int64_t longest_;
+    std::int64_t quietFrom_;
+    std::int64_t count_ = 0;
+    std::vector<float> held_;
+    std::vector<float> released_;
 };
 
 } // namespace tvhost

@@ -26,9 +26,9 @@ int ignoreError(Display*, XErrorEvent*) {
 
 int serverGone(Display*) {
     removeUnfinishedOutput();
-    constexpr std::string_view text =
+    constexpr std::string_view kText =
         "tvhost: the X server has gone or closed the connection; give a display that stays\n";
-    const ssize_t written = write(STDERR_FILENO, text.data(), text.size());
+    const ssize_t written = write(STDERR_FILENO, kText.data(), kText.size());
     static_cast<void>(written);
     _exit(kStatusOfFailure);
 }
@@ -67,64 +67,64 @@ unsigned long pixelOf(std::uint32_t colour, const Visual& visual) {
 } // namespace
 
 EditorWindow::EditorWindow(const std::string& title, EditorSize size, Kind kind)
-    : display(openDisplay()), current(size) {
-    const int screen = DefaultScreen(display);
-    const Visual& visual = *DefaultVisual(display, screen);
+    : display_(openDisplay()), current_(size) {
+    const int screen = DefaultScreen(display_);
+    const Visual& visual = *DefaultVisual(display_, screen);
     if (visual.c_class != TrueColor) {
-        XCloseDisplay(display);
+        XCloseDisplay(display_);
         throw UserError("the display shows no true colours; set DISPLAY to one that does");
     }
     XSetWindowAttributes attributes{};
     attributes.background_pixel = pixelOf(kBackground, visual);
     attributes.event_mask = StructureNotifyMask;
-    attributes.override_redirect = kind == Kind::Bare;
-    window =
-        XCreateWindow(display, RootWindow(display, screen), 0, 0, static_cast<unsigned>(size.width),
-                      static_cast<unsigned>(size.height), 0, CopyFromParent, InputOutput,
-                      CopyFromParent, CWBackPixel | CWEventMask | CWOverrideRedirect, &attributes);
+    attributes.override_redirect = kind == Kind::kBare;
+    window_ = XCreateWindow(display_, RootWindow(display_, screen), 0, 0,
+                            static_cast<unsigned>(size.width), static_cast<unsigned>(size.height),
+                            0, CopyFromParent, InputOutput, CopyFromParent,
+                            CWBackPixel | CWEventMask | CWOverrideRedirect, &attributes);
 
-    Xutf8SetWMProperties(display, window, title.c_str(), title.c_str(), nullptr, 0, nullptr,
+    Xutf8SetWMProperties(display_, window_, title.c_str(), title.c_str(), nullptr, 0, nullptr,
                          nullptr, nullptr);
-    XChangeProperty(display, window, XInternAtom(display, "_NET_WM_NAME", False),
-                    XInternAtom(display, "UTF8_STRING", False), 8, PropModeReplace,
+    XChangeProperty(display_, window_, XInternAtom(display_, "_NET_WM_NAME", False),
+                    XInternAtom(display_, "UTF8_STRING", False), 8, PropModeReplace,
                     reinterpret_cast<const unsigned char*>(title.data()),
                     static_cast<int>(title.size()));
     char name[] = "tvhost";
     char programClass[] = "Tvhost";
     XClassHint hint{name, programClass};
-    XSetClassHint(display, window, &hint);
-    deleteWord = XInternAtom(display, "WM_DELETE_WINDOW", False);
-    XSetWMProtocols(display, window, &deleteWord, 1);
+    XSetClassHint(display_, window_, &hint);
+    deleteWord_ = XInternAtom(display_, "WM_DELETE_WINDOW", False);
+    XSetWMProtocols(display_, window_, &deleteWord_, 1);
     fixSize();
-    XMapRaised(display, window);
-    XSync(display, False);
+    XMapRaised(display_, window_);
+    XSync(display_, False);
 }
 
 EditorWindow::~EditorWindow() {
-    if (!gone) {
-        XDestroyWindow(display, window);
+    if (!gone_) {
+        XDestroyWindow(display_, window_);
     }
-    XCloseDisplay(display);
+    XCloseDisplay(display_);
 }
 
 void* EditorWindow::handle() const {
-    return reinterpret_cast<void*>(window);
+    return reinterpret_cast<void*>(window_);
 }
 
 void EditorWindow::fixSize() {
     XSizeHints hints{};
     hints.flags = PMinSize | PMaxSize;
-    hints.min_width = hints.max_width = current.width;
-    hints.min_height = hints.max_height = current.height;
-    XSetWMNormalHints(display, window, &hints);
+    hints.min_width = hints.max_width = current_.width;
+    hints.min_height = hints.max_height = current_.height;
+    XSetWMNormalHints(display_, window_, &hints);
 }
 
 void EditorWindow::resize(EditorSize size) {
-    current = size;
+    current_ = size;
     fixSize();
-    XResizeWindow(display, window, static_cast<unsigned>(size.width),
+    XResizeWindow(display_, window_, static_cast<unsigned>(size.width),
                   static_cast<unsigned>(size.height));
-    XSync(display, False);
+    XSync(display_, False);
 }
 
 bool EditorWindow::holdsWindow() const {
@@ -132,7 +132,7 @@ bool EditorWindow::holdsWindow() const {
     Window parent;
     Window* children = nullptr;
     unsigned count = 0;
-    const bool told = XQueryTree(display, window, &root, &parent, &children, &count) != 0;
+    const bool told = XQueryTree(display_, window_, &root, &parent, &children, &count) != 0;
     if (children) {
         XFree(children);
     }
@@ -140,41 +140,41 @@ bool EditorWindow::holdsWindow() const {
 }
 
 bool EditorWindow::closed() {
-    while (XPending(display) > 0) {
+    while (XPending(display_) > 0) {
         XEvent event;
-        XNextEvent(display, &event);
-        if (event.type == DestroyNotify && event.xdestroywindow.window == window) {
-            gone = true;
+        XNextEvent(display_, &event);
+        if (event.type == DestroyNotify && event.xdestroywindow.window == window_) {
+            gone_ = true;
         }
-        if (event.type == ClientMessage && event.xclient.window == window &&
+        if (event.type == ClientMessage && event.xclient.window == window_ &&
             event.xclient.format == 32 &&
-            static_cast<Atom>(event.xclient.data.l[0]) == deleteWord) {
-            closing = true;
+            static_cast<Atom>(event.xclient.data.l[0]) == deleteWord_) {
+            closing_ = true;
         }
     }
-    return gone || closing;
+    return gone_ || closing_;
 }
 
 void EditorWindow::wait(std::chrono::milliseconds longest) const {
-    pollfd server{ConnectionNumber(display), POLLIN, 0};
+    pollfd server{ConnectionNumber(display_), POLLIN, 0};
     poll(&server, 1, static_cast<int>(longest.count()));
 }
 
 ScreenPicture EditorWindow::picture() const {
-    XImage* const image = XGetImage(display, window, 0, 0, static_cast<unsigned>(current.width),
-                                    static_cast<unsigned>(current.height), AllPlanes, ZPixmap);
+    XImage* const image = XGetImage(display_, window_, 0, 0, static_cast<unsigned>(current_.width),
+                                    static_cast<unsigned>(current_.height), AllPlanes, ZPixmap);
     if (!image) {
-        throw UserError("the editor, " + std::to_string(current.width) + " by " +
-                        std::to_string(current.height) +
+        throw UserError("the editor, " + std::to_string(current_.width) + " by " +
+                        std::to_string(current_.height) +
                         " pixels, is not all on the screen; give a larger display");
     }
     ScreenPicture picture;
-    picture.width = current.width;
-    picture.height = current.height;
-    picture.pixels.reserve(static_cast<std::size_t>(current.width) *
-                           static_cast<std::size_t>(current.height));
-    for (int row = 0; row < current.height; ++row) {
-        for (int column = 0; column < current.width; ++column) {
+    picture.width = current_.width;
+    picture.height = current_.height;
+    picture.pixels.reserve(static_cast<std::size_t>(current_.width) *
+                           static_cast<std::size_t>(current_.height));
+    for (int row = 0; row < current_.height; ++row) {
+        for (int column = 0; column < current_.width; ++column) {
             const unsigned long pixel = XGetPixel(image, column, row);
             picture.pixels.push_back(channel(pixel, image->red_mask) << 16 |
                                      channel(pixel, image->green_mask) << 8 |

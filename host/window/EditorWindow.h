@@ -1,3 +1,4 @@
+// A window of tvhost's own for an editor to put its own into.
 #pragma once
 
 #include "host/plugin/EditorSize.h"
@@ -17,8 +18,8 @@ namespace tvhost {
 class EditorWindow {
 public:
     enum class Kind {
-        Managed, // with a title, where the user's window manager puts it
-        Bare     // in the screen's corner above all others, which no window manager touches
+        kManaged, // with a title, where the user's window manager puts it
+        kBare     // in the screen's corner above all others, which no window manager touches
     };
 
     // What shows where no editor has painted.
@@ -34,7 +35,7 @@ public:
     // The X11 window, as effEditOpen takes it.
     void* handle() const;
 
-    EditorSize size() const { return current; }
+    EditorSize size() const { return current_; }
     // `size` must be usable.
     void resize(EditorSize size);
 
@@ -54,12 +55,12 @@ public:
 private:
     void fixSize();
 
-    _XDisplay* display;
-    unsigned long window;
-    unsigned long deleteWord;
-    EditorSize current;
-    bool gone = false;
-    bool closing = false;
+    _XDisplay* display_;
+    unsigned long window_;
+    unsigned long deleteWord_;
+    EditorSize current_;
+    bool gone_ = false;
+    bool closing_ = false;
 };
 
 } // namespace tvhost

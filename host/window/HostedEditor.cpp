@@ -24,48 +24,49 @@ void HostedEditor::requireEditor(const EffectInstance& effect) {
     }
 }
 
-HostedEditor::HostedEditor(EffectInstance& effect_, EditorWindow::Kind kind)
-    : effect(effect_), frame(effect.name(), firstSize(effect), kind), silence(kBlockSize),
-      output(kBlockSize),
+HostedEditor::HostedEditor(EffectInstance& effect, EditorWindow::Kind kind)
+    : effect_(effect), frame_(effect_.name(), firstSize(effect_), kind), silence_(kBlockSize),
+      output_(kBlockSize),
       // Channels may share a buffer: what goes in is always silence, and nobody hears what comes
       // out.
-      inputs(static_cast<std::size_t>(effect.inputCount()), silence.data()),
-      outputs(static_cast<std::size_t>(effect.outputCount()), output.data()) {
-    effect.setSizeRequestHandler([this](int width, int height) { return resize({width, height}); });
-    const bool opened = effect.openEditor(frame.handle());
+      inputs_(static_cast<std::size_t>(effect_.inputCount()), silence_.data()),
+      outputs_(static_cast<std::size_t>(effect_.outputCount()), output_.data()) {
+    effect_.setSizeRequestHandler(
+        [this](int width, int height) { return resize({width, height}); });
+    const bool opened = effect_.openEditor(frame_.handle());
     // Not every effect answers truly, so a window inside counts for more.
-    if (!opened && !frame.holdsWindow()) {
-        effect.setSizeRequestHandler(nullptr);
-        throw UserError(effect.name() +
+    if (!opened && !frame_.holdsWindow()) {
+        effect_.setSizeRequestHandler(nullptr);
+        throw UserError(effect_.name() +
                         " did not open its editor; give a plug-in whose editor works on X11");
     }
-    resize(effect.editorSize());
+    resize(effect_.editorSize());
 }
 
 HostedEditor::~HostedEditor() {
-    effect.closeEditor();
-    effect.setSizeRequestHandler(nullptr);
+    effect_.closeEditor();
+    effect_.setSizeRequestHandler(nullptr);
 }
 
 bool HostedEditor::resize(EditorSize size) {
     if (!size.isUsable()) {
         return false;
     }
-    if (size != frame.size()) {
-        frame.resize(size);
+    if (size != frame_.size()) {
+        frame_.resize(size);
     }
     return true;
 }
 
 void HostedEditor::advance(int frames) {
-    while (effect.canReplace() && frames > 0) {
+    while (effect_.canReplace() && frames > 0) {
         const int block = std::min(frames, kBlockSize);
-        effect.process(inputs.data(), outputs.data(), block);
+        effect_.process(inputs_.data(), outputs_.data(), block);
         // An effect may work in place on what it was given.
-        std::fill(silence.begin(), silence.end(), 0.0f);
+        std::fill(silence_.begin(), silence_.end(), 0.0f);
         frames -= block;
     }
-    effect.idleEditor();
+    effect_.idleEditor();
 }
 
 } // namespace tvhost

@@ -1,3 +1,4 @@
+// The open editor of an effect, and the effect running behind it.
 #pragma once
 
 #include "host/plugin/EffectInstance.h"
@@ -26,11 +27,11 @@ public:
     HostedEditor(const HostedEditor&) = delete;
     HostedEditor& operator=(const HostedEditor&) = delete;
 
-    EditorWindow& window() { return frame; }
+    EditorWindow& window() { return frame_; }
 
     // Sets the effect once more to what it was set to before the editor opened: controls may show
     // nothing but changes. Throws UserError as EffectSettings::apply() does.
-    void applyAgain(const EffectSettings& settings) { settings.apply(effect); }
+    void applyAgain(const EffectSettings& settings) { settings.apply(effect_); }
 
     // Lets the effect process `frames` frames of silence, then gives its editor time.
     void advance(int frames);
@@ -38,12 +39,12 @@ public:
 private:
     bool resize(EditorSize size);
 
-    EffectInstance& effect;
-    EditorWindow frame;
-    std::vector<float> silence;
-    std::vector<float> output;
-    std::vector<float*> inputs;
-    std::vector<float*> outputs;
+    EffectInstance& effect_;
+    EditorWindow frame_;
+    std::vector<float> silence_;
+    std::vector<float> output_;
+    std::vector<float*> inputs_;
+    std::vector<float*> outputs_;
 };
 
 } // namespace tvhost

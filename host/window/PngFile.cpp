@@ -14,11 +14,11 @@ namespace tvhost {
 
 void PngFile::requirePngName(const std::string& path) {
     if (!equalWithoutCase(std::filesystem::path(path).extension().string(), ".png")) {
-        throw UserError(path + " is no picture that can be written; end the name in .png");
+        throw UserError(path + ": unknown picture format; use .png");
     }
 }
 
-PngFile::PngFile(const std::string& path_) : path(path_), output(path) {}
+PngFile::PngFile(const std::string& path) : path_(path), output_(path_) {}
 
 void PngFile::write(const ScreenPicture& picture) {
     cairo_surface_t* const surface =
@@ -33,11 +33,11 @@ void PngFile::write(const ScreenPicture& picture) {
                         width * sizeof(std::uint32_t));
         }
         cairo_surface_mark_dirty(surface);
-        status = cairo_surface_write_to_png_stream(surface, appendToFile, &output);
+        status = cairo_surface_write_to_png_stream(surface, appendToFile, &output_);
     }
     cairo_surface_destroy(surface);
-    requireWritten(status, path);
-    output.commit();
+    requireWritten(status, path_);
+    output_.commit();
 }
 
 } // namespace tvhost

@@ -1,3 +1,4 @@
+// A picture of the screen as a PNG file.
 #pragma once
 
 #include "host/base/OutputFile.h"
@@ -20,8 +21,8 @@ public:
     void write(const ScreenPicture& picture);
 
 private:
-    std::string path;
-    OutputFile output;
+    std::string path_;
+    OutputFile output_;
 };
 
 } // namespace tvhost

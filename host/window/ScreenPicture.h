@@ -1,3 +1,4 @@
+// Pixels of a screen.
 #pragma once
 
 #include <cstdint>

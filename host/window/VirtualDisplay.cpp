@@ -70,21 +70,21 @@ VirtualDisplay::VirtualDisplay() {
     const std::string descriptor = std::to_string(ends[1]);
     const std::string screen = std::to_string(kWidth) + "x" + std::to_string(kHeight) + "x24";
     const pid_t parent = getpid();
-    server = fork();
-    if (server == 0) {
+    server_ = fork();
+    if (server_ == 0) {
         becomeServer(parent, descriptor.c_str(), screen.c_str());
     }
     close(ends[1]);
-    const std::string number = server < 0 ? "" : readNumber(ends[0]);
+    const std::string number = server_ < 0 ? "" : readNumber(ends[0]);
     close(ends[0]);
     if (!number.empty()) {
         setenv("DISPLAY", (":" + number).c_str(), 1);
         return;
     }
     int status = 0;
-    if (server > 0) {
-        kill(server, SIGTERM);
-        waitpid(server, &status, 0);
+    if (server_ > 0) {
+        kill(server_, SIGTERM);
+        waitpid(server_, &status, 0);
     }
     if (WIFEXITED(status) && WEXITSTATUS(status) == kNotFound) {
         throw UserError("there is no display and no Xvfb to make one; set DISPLAY or install the "
@@ -95,8 +95,8 @@ VirtualDisplay::VirtualDisplay() {
 }
 
 VirtualDisplay::~VirtualDisplay() {
-    kill(server, SIGTERM);
-    waitpid(server, nullptr, 0);
+    kill(server_, SIGTERM);
+    waitpid(server_, nullptr, 0);
     unsetenv("DISPLAY");
 }
 

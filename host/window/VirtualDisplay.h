@@ -1,3 +1,4 @@
+// An X server in memory, for editors where there is no screen.
 #pragma once
 
 #include <sys/types.h>
@@ -18,7 +19,7 @@ public:
     VirtualDisplay& operator=(const VirtualDisplay&) = delete;
 
 private:
-    pid_t server = -1;
+    pid_t server_ = -1;
 };
 
 } // namespace tvhost

@@ -1,3 +1,4 @@
+// Sound files that tests make and look at.
 #pragma once
 
 #include <cstddef>

@@ -1,3 +1,4 @@
+// The plug-ins of these tests.
 #pragma once
 
 #include "host/plugin/PluginModule.h"

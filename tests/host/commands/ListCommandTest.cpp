@@ -1,6 +1,6 @@
+#include "tests/host/TestPlugin.h"
 #include "tests/host/Tvhost.h"
 #include "tests/support/TemporaryFolder.h"
-#include "tests/host/TestPlugin.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -102,7 +102,7 @@ TEST_F(List, SaysWhatIsWrongAndGoesOn) {
     EXPECT_EQ(faultOf(list, hang), "gave no answer in time");
     EXPECT_EQ(faultOf(list, thrower), "no licence");
     EXPECT_THAT(faultOf(list, quit), HasSubstr("ended the program that asked it, with status 3"));
-    EXPECT_THAT(faultOf(list, null), HasSubstr("answered null"));
+    EXPECT_THAT(faultOf(list, null), HasSubstr("returned null"));
     EXPECT_EQ(faultOf(list, good), "none");
 
     const ProcessResult text = runTvhost({"list", folder.path().string(), "--time-limit", "1.5"});

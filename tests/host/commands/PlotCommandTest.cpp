@@ -30,25 +30,25 @@ constexpr int kSquare = 8; // pixels
 class Page {
 public:
     Page(int width, int height)
-        : surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height)),
-          context(cairo_create(surface)) {
+        : surface_(cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height)),
+          context_(cairo_create(surface_)) {
         canvas().fill({0.0, 0.0, static_cast<double>(width), static_cast<double>(height)},
                       style::kPaper);
     }
     explicit Page(const std::string& png)
-        : surface(cairo_image_surface_create_from_png(png.c_str())),
-          context(cairo_create(surface)) {}
+        : surface_(cairo_image_surface_create_from_png(png.c_str())),
+          context_(cairo_create(surface_)) {}
     ~Page() {
-        cairo_destroy(context);
-        cairo_surface_destroy(surface);
+        cairo_destroy(context_);
+        cairo_surface_destroy(surface_);
     }
     Page(const Page&) = delete;
     Page& operator=(const Page&) = delete;
 
-    Canvas canvas() { return Canvas(context); }
-    cairo_t* cairo() { return context; }
-    int width() const { return cairo_image_surface_get_width(surface); }
-    int height() const { return cairo_image_surface_get_height(surface); }
+    Canvas canvas() { return Canvas(context_); }
+    cairo_t* cairo() { return context_; }
+    int width() const { return cairo_image_surface_get_width(surface_); }
+    int height() const { return cairo_image_surface_get_height(surface_); }
 
     struct Pixel {
         int red;
@@ -56,9 +56,9 @@ public:
         int blue;
     };
     Pixel at(int x, int y) {
-        cairo_surface_flush(surface);
+        cairo_surface_flush(surface_);
         const unsigned char* row =
-            cairo_image_surface_get_data(surface) + y * cairo_image_surface_get_stride(surface);
+            cairo_image_surface_get_data(surface_) + y * cairo_image_surface_get_stride(surface_);
         return {row[4 * x + 2], row[4 * x + 1], row[4 * x]};
     }
     bool isPaper(int x, int y) {
@@ -87,8 +87,8 @@ public:
     }
 
 private:
-    cairo_surface_t* surface;
-    cairo_t* context;
+    cairo_surface_t* surface_;
+    cairo_t* context_;
 };
 
 bool isColour(const Page::Pixel& pixel, const Colour& colour) {
@@ -129,7 +129,7 @@ TEST(PlotAxis, PlacesValues) {
     EXPECT_DOUBLE_EQ(straight.at(20.0), 300.0);
     EXPECT_DOUBLE_EQ(straight.within(20.0), 200.0);
     EXPECT_DOUBLE_EQ(straight.within(-5.0), 100.0);
-    const PlotAxis logarithmic(20.0, 20000.0, 0.0, 300.0, PlotAxis::Scale::Logarithmic);
+    const PlotAxis logarithmic(20.0, 20000.0, 0.0, 300.0, PlotAxis::Scale::kLogarithmic);
     EXPECT_DOUBLE_EQ(logarithmic.at(200.0), 100.0);
     EXPECT_NEAR(logarithmic.valueAt(200.0), 2000.0, 1e-9);
     const PlotAxis upwards(-60.0, 0.0, 150.0, 30.0);

@@ -42,14 +42,14 @@ public:
         writeFile(file("text.wav"), "This is no sound file at all, although it is called one.");
         writeFile(file("zero.wav"), "");
         writeFile(file("text.so"), "no shared object");
-        fs::create_directory(folder.path() / "folder.wav");
-        fs::create_directory(folder.path() / "bundle.vst");
+        fs::create_directory(folder_.path() / "folder.wav");
+        fs::create_directory(folder_.path() / "bundle.vst");
         for (const char* older : {"old.wav", "old.flac", "old.opus", "old.png", "old.svg", "old"}) {
             writeFile(file(older), "older");
         }
     }
 
-    std::string file(const std::string& name) const { return folder.file(name); }
+    std::string file(const std::string& name) const { return folder_.file(name); }
 
     std::string replaceWords(std::string text) const {
         const auto replace = [&](const std::string& word, const std::string& by) {
@@ -57,7 +57,7 @@ public:
                 text.replace(at, word.size(), by);
             }
         };
-        replace("{dir}", folder.path().string());
+        replace("{dir}", folder_.path().string());
         for (const char* plugin :
              {"Gain", "Delay", "Null", "NoEntry", "WrongMagic", "Surround", "Accumulating",
               "Instrument", "NotANumber", "Mono", "Rude", "Painter"}) {
@@ -68,15 +68,15 @@ public:
 
     std::vector<std::pair<std::string, std::string>> contents() const {
         std::vector<std::pair<std::string, std::string>> all;
-        for (const std::string& name : folder.entries()) {
-            all.emplace_back(name,
-                             fs::is_regular_file(folder.path() / name) ? readFile(file(name)) : "");
+        for (const std::string& name : folder_.entries()) {
+            all.emplace_back(name, fs::is_regular_file(folder_.path() / name) ? readFile(file(name))
+                                                                              : "");
         }
         return all;
     }
 
 private:
-    TemporaryFolder folder;
+    TemporaryFolder folder_;
 };
 
 Row render(const std::string& name, std::vector<std::string> rest, const std::string& wrong,
@@ -98,16 +98,16 @@ const std::vector<Row> kRows = {
              "give a sound file"),
     renderOf("InputIsAFolder", "{dir}/folder.wav", "{dir}/old.wav", "{Gain}", "is a folder",
              "give a sound file"),
-    renderOf("InputIsText", "{dir}/text.wav", "{dir}/old.wav", "{Gain}", "no sound file",
+    renderOf("InputIsText", "{dir}/text.wav", "{dir}/old.wav", "{Gain}", "cannot be read as sound",
              "WAV, AIFF, FLAC"),
-    renderOf("InputHasNoBytes", "{dir}/zero.wav", "{dir}/old.wav", "{Gain}", "no sound file",
-             "WAV, AIFF, FLAC"),
+    renderOf("InputHasNoBytes", "{dir}/zero.wav", "{dir}/old.wav", "{Gain}",
+             "cannot be read as sound", "WAV, AIFF, FLAC"),
     renderOf("InputHasNoFrames", "{dir}/empty.wav", "{dir}/old.wav", "{Gain}", "holds no sound",
              "at least one frame"),
     renderOf("InputHasSixChannels", "{dir}/six.wav", "{dir}/old.wav", "{Gain}", "6 channels",
              "mono or stereo"),
     renderOf("InputHoldsNoNumber", "{dir}/nan.wav", "{dir}/old.wav", "{Gain}",
-             "no finite number at 0.001134 s", "give a file without"),
+             "NaN or infinity at 0.001134 s", "give a file without"),
     renderOf("InputIsTooFast", "{dir}/fast.wav", "{dir}/old.wav", "{Gain}", "384000 Hz",
              "--rate from 1000 to 192000"),
     renderOf("InputIsTooSlow", "{dir}/slow.wav", "{dir}/old.wav", "{Gain}", "500 Hz",
@@ -120,12 +120,12 @@ const std::vector<Row> kRows = {
     // The output.
     renderOf("OutputHasAnUnknownExtension", "{dir}/in.wav", "{dir}/out.xyz", "{Gain}", "\".xyz\"",
              ".wav, .aiff"),
-    renderOf("OutputHasNoExtension", "{dir}/in.wav", "{dir}/old", "{Gain}", "without extension",
+    renderOf("OutputHasNoExtension", "{dir}/in.wav", "{dir}/old", "{Gain}", "no extension",
              ".wav, .aiff"),
     renderOf("OutputFolderIsMissing", "{dir}/in.wav", "{dir}/none/out.wav", "{Gain}",
              "No such file or directory", "give a file in a folder"),
-    renderOf("OutputIsAFolder", "{dir}/in.wav", "{dir}/folder.wav", "{Gain}", "no ordinary file",
-             "give the name"),
+    renderOf("OutputIsAFolder", "{dir}/in.wav", "{dir}/folder.wav", "{Gain}",
+             "not an ordinary file", "give the name"),
     renderOf("OutputFolderIsAFile", "{dir}/in.wav", "{dir}/old/out.wav", "{Gain}",
              "Not a directory", "give"),
     renderOf("OutputFormatCannotHoldTheRate", "{dir}/in.wav", "{dir}/old.opus", "{Gain}", "Opus",
@@ -135,17 +135,17 @@ const std::vector<Row> kRows = {
     renderOf("NoPlugin", "{dir}/in.wav", "{dir}/old.wav", "{dir}/none.vst",
              "no plug-in {dir}/none.vst", "bundle or .so"),
     renderOf("PluginIsText", "{dir}/in.wav", "{dir}/old.wav", "{dir}/text.so",
-             "no plug-in that can be loaded", "VST 2 bundle or .so"),
+             "cannot be loaded as a plug-in", "VST 2 bundle or .so"),
     renderOf("PluginIsASound", "{dir}/in.wav", "{dir}/old.wav", "{dir}/in.wav",
-             "no plug-in that can be loaded", "VST 2 bundle or .so"),
+             "cannot be loaded as a plug-in", "VST 2 bundle or .so"),
     renderOf("PluginHasNoEntry", "{dir}/in.wav", "{dir}/old.wav", "{NoEntry}", "no VSTPluginMain",
              "give one"),
-    renderOf("PluginAnswersNull", "{dir}/in.wav", "{dir}/old.wav", "{Null}", "answered null",
+    renderOf("PluginAnswersNull", "{dir}/in.wav", "{dir}/old.wav", "{Null}", "returned null",
              "VST 2.4"),
     renderOf("PluginAnswersNoEffect", "{dir}/in.wav", "{dir}/old.wav", "{WrongMagic}",
-             "no VST 2 effect", "give a VST 2"),
+             "did not return a VST 2 effect", "give a VST 2"),
     renderOf("BundleIsEmpty", "{dir}/in.wav", "{dir}/old.wav", "{dir}/bundle.vst",
-             "no plug-in bundle", "Contents/x86_64-linux/*.so"),
+             "not a plug-in bundle", "Contents/x86_64-linux/*.so"),
     renderOf("PluginHasSixChannels", "{dir}/in.wav", "{dir}/old.wav", "{Surround}", "6 channels in",
              "one or two channels"),
     renderOf("PluginOnlyAccumulates", "{dir}/in.wav", "{dir}/old.wav", "{Accumulating}", "only add",
@@ -153,18 +153,18 @@ const std::vector<Row> kRows = {
     renderOf("PluginIsAnInstrument", "{dir}/in.wav", "{dir}/old.wav", "{Instrument}",
              "takes no sound", "give an effect"),
     renderOf("PluginGivesNoNumbers", "{dir}/in.wav", "{dir}/old.wav", "{NotANumber}",
-             "no finite number at 0.022676 s", "other settings or another --rate"),
+             "NaN or infinity at 0.022676 s", "other settings or another --rate"),
     {"InfoOfNoPlugin", {"info", "{dir}/none.so"}, "no plug-in", "bundle or .so"},
-    {"InfoOfText", {"info", "--json", "{dir}/text.so"}, "no plug-in", "VST 2 bundle or .so"},
-    {"InfoOfNull", {"info", "{Null}"}, "answered null", "VST 2.4"},
-    {"PlotOfNull", {"plot", "{dir}/old.svg", "--plugin", "{Null}"}, "answered null", "VST 2.4"},
+    {"InfoOfText", {"info", "--json", "{dir}/text.so"}, "cannot be loaded", "VST 2 bundle or .so"},
+    {"InfoOfNull", {"info", "{Null}"}, "returned null", "VST 2.4"},
+    {"PlotOfNull", {"plot", "{dir}/old.svg", "--plugin", "{Null}"}, "returned null", "VST 2.4"},
     {"PlotOfAnInstrument",
      {"plot", "{dir}/old.png", "--plugin", "{Instrument}"},
      "takes no sound",
      "give an effect"},
     {"PlotOfNoNumbers",
      {"plot", "{dir}/old.png", "--plugin", "{NotANumber}"},
-     "no finite number",
+     "NaN or infinity",
      "other settings"},
     {"EditOfAnEffectWithoutEditor", {"edit", "--plugin", "{Gain}"}, "has no editor", "one"},
     {"EditOfNoPlugin", {"edit", "--plugin", "{dir}/none.vst"}, "no plug-in", "bundle or .so"},
@@ -174,7 +174,7 @@ const std::vector<Row> kRows = {
      "one"},
     {"SnapshotOfNull",
      {"snapshot", "{dir}/old.png", "--plugin", "{Null}"},
-     "answered null",
+     "returned null",
      "VST 2.4"},
 
     {"ListOfNoFolder", {"list", "{dir}/none"}, "no folder {dir}/none", "give one"},
@@ -200,7 +200,7 @@ const std::vector<Row> kRows = {
     render("NoSuchParameter", {"--set", "Volume=1"}, "no parameter \"Volume\"", "Gain"),
     render("ParameterBeyondTheLast", {"--set", "2=1"}, "no parameter \"2\"", "0 to 1"),
     render("ValueIsNoNumber", {"--set", "Gain=loud"}, "\"loud\"", "from 0 to 1"),
-    render("ValueIsMissing", {"--set", "Gain="}, "no value", "from 0 to 1"),
+    render("ValueIsMissing", {"--set", "Gain="}, "not a value", "from 0 to 1"),
     render("ValueIsTooLarge", {"--set", "Gain=1.5"}, "\"1.5\"", "from 0 to 1"),
     render("ValueIsNegative", {"--set", "Gain=-0.5"}, "\"-0.5\"", "from 0 to 1"),
     render("SetHasNoSign", {"--set", "Gain"}, "--set Gain", "NAME=VALUE"),
@@ -226,7 +226,7 @@ const std::vector<Row> kRows = {
     {"PlotAllOfNone",
      {"plot", "{dir}/old.svg", "--plugin", "{Mono}", "--all"},
      "no programs",
-     "leave --all away"},
+     "leave out --all"},
     {"EditNoSuchProgram",
      {"edit", "--plugin", "{Painter}", "--program", "Loud"},
      "no program",
@@ -278,11 +278,11 @@ const std::vector<Row> kRows = {
      "tvhost plot --help"},
     {"PictureIsASound",
      {"plot", "{dir}/old.wav", "--plugin", "{Gain}"},
-     "no picture",
+     "unknown picture format",
      ".svg or .png"},
     {"SnapshotIsNoPng",
      {"snapshot", "{dir}/old.svg", "--plugin", "{Painter}"},
-     "no picture",
+     "unknown picture format",
      ".png"},
     {"SnapshotFolderIsMissing",
      {"snapshot", "{dir}/none/out.png", "--plugin", "{Painter}"},

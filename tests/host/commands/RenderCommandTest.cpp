@@ -252,7 +252,7 @@ TEST_F(Render, TakesTheBarAwayBeforeAMessage) {
     const ProcessResult result = runTvhost(
         {"render", file("in.wav"), file("out.wav"), "--plugin", testPlugin("NotANumber")}, options);
     EXPECT_EQ(result.status, 2);
-    EXPECT_THAT(result.err, HasSubstr("\rtvhost: NotANumber gives"));
+    EXPECT_THAT(result.err, HasSubstr("\rtvhost: NotANumber produced"));
 }
 
 TEST_F(Render, WritesEveryFormatByItsExtension) {

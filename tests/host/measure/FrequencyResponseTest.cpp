@@ -20,18 +20,18 @@ TEST(FrequencyResponse, OfASingleSampleIsFlatWhereverItLies) {
 }
 
 TEST(FrequencyResponse, OfAOnePoleLowPassFollowsItsFormula) {
-    constexpr double rate = 44100.0;
-    constexpr double coefficient = 0.1;
+    constexpr double kRate = 44100.0;
+    constexpr double kCoefficient = 0.1;
     std::vector<float> samples(3000);
     double state = 0.0;
     for (std::size_t i = 0; i < samples.size(); ++i) {
-        state += coefficient * ((i == 0 ? 1.0 : 0.0) - state);
+        state += kCoefficient * ((i == 0 ? 1.0 : 0.0) - state);
         samples[i] = static_cast<float>(state);
     }
-    const FrequencyResponse response(samples.data(), samples.size(), rate);
+    const FrequencyResponse response(samples.data(), samples.size(), kRate);
     for (double hertz = 20.0; hertz <= 20000.0; hertz *= 1.1) {
-        const std::complex<double> z = std::polar(1.0, 2.0 * M_PI * hertz / rate);
-        const double gain = std::abs(coefficient / (1.0 - (1.0 - coefficient) / z));
+        const std::complex<double> z = std::polar(1.0, 2.0 * M_PI * hertz / kRate);
+        const double gain = std::abs(kCoefficient / (1.0 - (1.0 - kCoefficient) / z));
         ASSERT_NEAR(response.decibelsAt(hertz), 20.0 * std::log10(gain), 0.01) << hertz;
     }
 }

@@ -12,13 +12,13 @@ public:
 protected:
     void process(float** in, float** out, int frames) override {
         TestEffect::process(in, out, frames);
-        if (frames > 0 && ++blocks == 2) {
+        if (frames > 0 && ++blocks_ == 2) {
             std::abort();
         }
     }
 
 private:
-    int blocks = 0;
+    int blocks_ = 0;
 };
 
 } // namespace

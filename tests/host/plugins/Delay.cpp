@@ -30,12 +30,12 @@ protected:
         case effGetParamLabel:
             return give(ptr, index == kTime ? "samples" : "");
         case effGetProgram:
-            return program;
+            return program_;
         case effSetProgram:
             select(static_cast<int>(value));
             return 0;
         case effGetProgramName:
-            return give(ptr, programNames[program]);
+            return give(ptr, programNames[program_]);
         case effMainsChanged:
             clear();
             return 0;
@@ -44,54 +44,54 @@ protected:
         }
     }
     void setParameter(int index, float value) override {
-        values[index] = value;
+        values_[index] = value;
         if (index == kTime) {
             clear();
         }
     }
-    float getParameter(int index) override { return values[index]; }
+    float getParameter(int index) override { return values_[index]; }
     void process(float** in, float** out, int frames) override {
         const int size = length();
         for (int i = 0; i < frames; ++i) {
             for (int c = 0; c < 2; ++c) {
-                poles[c] += (1.0f - values[kDark]) * (lines[c][at] - poles[c]);
-                taps[c] = poles[c];
-                lines[c][at] = in[c][i] + values[kFeedback] * taps[c];
+                poles_[c] += (1.0f - values_[kDark]) * (lines_[c][at_] - poles_[c]);
+                taps_[c] = poles_[c];
+                lines_[c][at_] = in[c][i] + values_[kFeedback] * taps_[c];
             }
-            const bool cross = values[kCross] > 0.5f;
+            const bool cross = values_[kCross] > 0.5f;
             for (int c = 0; c < 2; ++c) {
-                out[c][i] = in[c][i] * values[kDry] + taps[cross ? 1 - c : c];
+                out[c][i] = in[c][i] * values_[kDry] + taps_[cross ? 1 - c : c];
             }
-            at = (at + 1) % size;
+            at_ = (at_ + 1) % size;
         }
     }
 
 private:
     int length() const {
-        return std::max(1, static_cast<int>(std::lround(values[kTime] * sampleRate)));
+        return std::max(1, static_cast<int>(std::lround(values_[kTime] * sampleRate)));
     }
     void clear() {
-        for (std::vector<float>& line : lines) {
+        for (std::vector<float>& line : lines_) {
             line.assign(200000, 0.0f);
         }
-        poles[0] = poles[1] = 0.0f;
-        at = 0;
+        poles_[0] = poles_[1] = 0.0f;
+        at_ = 0;
     }
     void select(int index) {
         static const float settings[][kCount] = {{0.1f, 0.5f, 1.0f, 1.0f, 0.0f},
                                                  {0.9f, 0.25f, 0.0f, 0.0f, 0.0f},
                                                  {0.2f, 1.0f, 0.0f, 1.0f, 0.0f}};
-        program = index;
-        std::copy(settings[index], settings[index] + kCount, values);
+        program_ = index;
+        std::copy(settings[index], settings[index] + kCount, values_);
         clear();
     }
 
-    int program = 0;
-    float values[kCount] = {};
-    std::vector<float> lines[2];
-    float poles[2] = {};
-    float taps[2] = {};
-    int at = 0;
+    int program_ = 0;
+    float values_[kCount] = {};
+    std::vector<float> lines_[2];
+    float poles_[2] = {};
+    float taps_[2] = {};
+    int at_ = 0;
 };
 
 } // namespace

@@ -35,14 +35,14 @@ protected:
             return give(ptr, index == 0 ? "times" : "");
         case effGetParamDisplay: {
             char text[32];
-            std::snprintf(text, sizeof text, "%.2f", static_cast<double>(values[index]));
+            std::snprintf(text, sizeof text, "%.2f", static_cast<double>(values_[index]));
             return give(ptr, text);
         }
         case effGetProgram:
-            return program;
+            return program_;
         case effSetProgram:
-            program = static_cast<int>(value);
-            values[0] = gains[program];
+            program_ = static_cast<int>(value);
+            values_[0] = gains[program_];
             return 0;
         case effGetProgramNameIndexed:
             return index >= 0 && index < 3 ? give(ptr, names[index]) : 0;
@@ -50,19 +50,19 @@ protected:
             return TestEffect::dispatch(opcode, index, value, ptr, opt);
         }
     }
-    void setParameter(int index, float value) override { values[index] = value; }
-    float getParameter(int index) override { return values[index]; }
+    void setParameter(int index, float value) override { values_[index] = value; }
+    float getParameter(int index) override { return values_[index]; }
     void process(float** in, float** out, int frames) override {
         for (int c = 0; c < 2; ++c) {
             for (int i = 0; i < frames; ++i) {
-                out[c][i] = in[c][i] * values[0] + values[1];
+                out[c][i] = in[c][i] * values_[0] + values_[1];
             }
         }
     }
 
 private:
-    int program = 0;
-    float values[2] = {1.0f, 0.0f};
+    int program_ = 0;
+    float values_[2] = {1.0f, 0.0f};
 };
 
 } // namespace

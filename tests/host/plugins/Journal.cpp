@@ -69,14 +69,14 @@ protected:
     }
     void setParameter(int, float value) override {
         note("knob " + std::to_string(static_cast<int>(value * 100.0f)));
-        knob = value;
+        knob_ = value;
     }
-    float getParameter(int) override { return knob; }
+    float getParameter(int) override { return knob_; }
     void process(float** in, float** out, int frames) override {
-        if (sampleRate != processedRate) {
-            knob = 0.0f;
+        if (sampleRate != processedRate_) {
+            knob_ = 0.0f;
         }
-        processedRate = sampleRate;
+        processedRate_ = sampleRate;
         const auto* time = reinterpret_cast<const VstTimeInfo*>(
             host(&record, audioMasterGetTime, 0, 0, nullptr, 0.0f));
         note("process " + std::to_string(frames) + " at " +
@@ -84,7 +84,7 @@ protected:
              std::to_string(host(&record, audioMasterGetCurrentProcessLevel, 0, 0, nullptr, 0.0f)));
         for (int c = 0; c < 2; ++c) {
             for (int i = 0; i < frames; ++i) {
-                out[c][i] = in[c][i] * knob;
+                out[c][i] = in[c][i] * knob_;
             }
         }
     }
@@ -92,8 +92,8 @@ protected:
 private:
     static void note(const std::string& text) { journal() += ", " + text; }
 
-    float processedRate = 44100.0f;
-    float knob = 1.0f;
+    float processedRate_ = 44100.0f;
+    float knob_ = 1.0f;
 };
 
 } // namespace

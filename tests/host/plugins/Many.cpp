@@ -19,9 +19,9 @@ protected:
         case effGetParamName:
             return give(ptr, "Parameter " + std::to_string(index));
         case effGetProgram:
-            return program;
+            return program_;
         case effSetProgram:
-            program = static_cast<int>(value);
+            program_ = static_cast<int>(value);
             return 0;
         case effGetProgramNameIndexed:
             return give(ptr, "A program with quite a long name, number " + std::to_string(index));
@@ -30,23 +30,23 @@ protected:
         }
     }
     void process(float** in, float** out, int frames) override {
-        const std::size_t length = 200 + 100 * static_cast<std::size_t>(program);
-        for (std::vector<float>& line : lines) {
+        const std::size_t length = 200 + 100 * static_cast<std::size_t>(program_);
+        for (std::vector<float>& line : lines_) {
             line.resize(length);
         }
         for (int i = 0; i < frames; ++i) {
             for (int c = 0; c < 2; ++c) {
-                std::swap(lines[c][at], in[c][i]);
+                std::swap(lines_[c][at_], in[c][i]);
                 out[c][i] = in[c][i];
             }
-            at = (at + 1) % length;
+            at_ = (at_ + 1) % length;
         }
     }
 
 private:
-    int program = 0;
-    std::vector<float> lines[2];
-    std::size_t at = 0;
+    int program_ = 0;
+    std::vector<float> lines_[2];
+    std::size_t at_ = 0;
 };
 
 } // namespace

@@ -11,15 +11,15 @@ public:
 
 protected:
     void process(float** in, float** out, int frames) override {
-        for (int i = 0; i < frames; ++i, ++done) {
+        for (int i = 0; i < frames; ++i, ++done_) {
             for (int c = 0; c < 2; ++c) {
-                out[c][i] = done < 1000 ? in[c][i] : std::numeric_limits<float>::quiet_NaN();
+                out[c][i] = done_ < 1000 ? in[c][i] : std::numeric_limits<float>::quiet_NaN();
             }
         }
     }
 
 private:
-    int done = 0;
+    int done_ = 0;
 };
 
 } // namespace

@@ -39,18 +39,18 @@ protected:
         case effGetParamName:
             return give(ptr, "Red");
         case effGetProgram:
-            return behaviour;
+            return behaviour_;
         case effSetProgram:
-            behaviour = static_cast<int>(value);
+            behaviour_ = static_cast<int>(value);
             return 0;
         case effGetProgramNameIndexed:
             return give(ptr, kNames[index]);
         case effEditGetRect:
-            *static_cast<ERect**>(ptr) = behaviour == kLate && !display ? nullptr : &rectangle;
+            *static_cast<ERect**>(ptr) = behaviour_ == kLate && !display_ ? nullptr : &rectangle_;
             return 1;
         case effEditOpen:
             open(reinterpret_cast<Window>(ptr));
-            return behaviour != kUntrue && behaviour != kRefusing;
+            return behaviour_ != kUntrue && behaviour_ != kRefusing;
         case effEditIdle:
             idle();
             return 0;
@@ -61,74 +61,74 @@ protected:
             return TestEffect::dispatch(opcode, index, value, ptr, opt);
         }
     }
-    void setParameter(int, float value) override { red = value; }
-    float getParameter(int) override { return red; }
+    void setParameter(int, float value) override { red_ = value; }
+    float getParameter(int) override { return red_; }
     void process(float** in, float** out, int frames) override {
         TestEffect::process(in, out, frames);
-        processed += frames;
+        processed_ += frames;
     }
 
 private:
     void open(Window window) {
-        if (behaviour == kRefusing) {
+        if (behaviour_ == kRefusing) {
             return;
         }
-        parent = window;
-        if (behaviour == kLate) {
-            rectangle = {0, 0, 100, 200};
+        parent_ = window;
+        if (behaviour_ == kLate) {
+            rectangle_ = {0, 0, 100, 200};
         }
-        display = XOpenDisplay(nullptr);
-        if (!display || behaviour == kEmpty) {
+        display_ = XOpenDisplay(nullptr);
+        if (!display_ || behaviour_ == kEmpty) {
             return;
         }
-        child = XCreateSimpleWindow(display, parent, 0, 0, width(), height(), 0, 0, colour());
-        XMapWindow(display, child);
-        XSync(display, False);
+        child_ = XCreateSimpleWindow(display_, parent_, 0, 0, width(), height(), 0, 0, colour());
+        XMapWindow(display_, child_);
+        XSync(display_, False);
     }
     void idle() {
-        if (!child) {
+        if (!child_) {
             return;
         }
-        if (behaviour == kGrowing && rectangle.right == 120) {
-            rectangle = {0, 0, 90, 160};
+        if (behaviour_ == kGrowing && rectangle_.right == 120) {
+            rectangle_ = {0, 0, 90, 160};
             if (host(&record, audioMasterSizeWindow, 160, 90, nullptr, 0.0f) == 1) {
-                XResizeWindow(display, child, width(), height());
+                XResizeWindow(display_, child_, width(), height());
             }
         }
-        if (behaviour == kRestless) {
-            ++blue;
+        if (behaviour_ == kRestless) {
+            ++blue_;
         }
-        XSetWindowBackground(display, child, colour());
-        XClearWindow(display, child);
-        XFlush(display);
+        XSetWindowBackground(display_, child_, colour());
+        XClearWindow(display_, child_);
+        XFlush(display_);
     }
     void close() {
         if (const char* const path = std::getenv("PAINTER_JOURNAL")) {
             XWindowAttributes attributes;
-            const bool there = display && XGetWindowAttributes(display, parent, &attributes);
+            const bool there = display_ && XGetWindowAttributes(display_, parent_, &attributes);
             std::ofstream(path) << (there ? "closed in its window\n" : "closed without a window\n");
         }
-        if (display) {
-            XCloseDisplay(display);
+        if (display_) {
+            XCloseDisplay(display_);
         }
-        display = nullptr;
-        child = 0;
+        display_ = nullptr;
+        child_ = 0;
     }
     unsigned long colour() const {
-        const auto level = static_cast<unsigned long>(red * 255.0f);
-        return level << 16 | (processed >= 4410 ? 0xFF00u : 0u) | (blue & 0xFFu);
+        const auto level = static_cast<unsigned long>(red_ * 255.0f);
+        return level << 16 | (processed_ >= 4410 ? 0xFF00u : 0u) | (blue_ & 0xFFu);
     }
-    unsigned width() const { return static_cast<unsigned>(rectangle.right); }
-    unsigned height() const { return static_cast<unsigned>(rectangle.bottom); }
+    unsigned width() const { return static_cast<unsigned>(rectangle_.right); }
+    unsigned height() const { return static_cast<unsigned>(rectangle_.bottom); }
 
-    int behaviour = kPlain;
-    float red = 1.0f;
-    long processed = 0;
-    unsigned blue = 0;
-    ERect rectangle{0, 0, 80, 120}; // top, left, bottom, right
-    Display* display = nullptr;
-    Window parent = 0;
-    Window child = 0;
+    int behaviour_ = kPlain;
+    float red_ = 1.0f;
+    long processed_ = 0;
+    unsigned blue_ = 0;
+    ERect rectangle_{0, 0, 80, 120}; // top, left, bottom, right
+    Display* display_ = nullptr;
+    Window parent_ = 0;
+    Window child_ = 0;
 };
 
 } // namespace

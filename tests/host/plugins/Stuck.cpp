@@ -12,7 +12,7 @@ public:
 protected:
     void process(float** in, float** out, int frames) override {
         TestEffect::process(in, out, frames);
-        if (frames > 0 && ++blocks == 2) {
+        if (frames > 0 && ++blocks_ == 2) {
             for (;;) {
                 pause();
             }
@@ -20,7 +20,7 @@ protected:
     }
 
 private:
-    int blocks = 0;
+    int blocks_ = 0;
 };
 
 } // namespace

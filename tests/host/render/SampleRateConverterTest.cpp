@@ -16,15 +16,15 @@ constexpr double kTone = 1000.0;
 // Two channels: a tone, and its negative at half level.
 class Tone : public FrameSource {
 public:
-    Tone(int sampleRate, int frames) : rate(sampleRate), length(frames) {}
+    Tone(int sampleRate, int frames) : rate_(sampleRate), length_(frames) {}
 
     int channels() const override { return 2; }
-    int sampleRate() const override { return rate; }
-    std::int64_t expectedFrames() const override { return length; }
+    int sampleRate() const override { return rate_; }
+    std::int64_t expectedFrames() const override { return length_; }
     int read(float* interleaved, int frames) override {
-        const int count = std::min(frames, length - position);
-        for (int i = 0; i < count; ++i, ++position) {
-            const double phase = 2.0 * M_PI * kTone * position / rate;
+        const int count = std::min(frames, length_ - position_);
+        for (int i = 0; i < count; ++i, ++position_) {
+            const double phase = 2.0 * M_PI * kTone * position_ / rate_;
             interleaved[2 * i] = static_cast<float>(0.5 * std::sin(phase));
             interleaved[2 * i + 1] = -0.5f * interleaved[2 * i];
         }
@@ -32,9 +32,9 @@ public:
     }
 
 private:
-    int rate;
-    int length;
-    int position = 0;
+    int rate_;
+    int length_;
+    int position_ = 0;
 };
 
 std::vector<float> readAll(FrameSource& source, int atATime) {
