@@ -10,7 +10,8 @@ struct NSWindow;
 #endif
 
 // Everything on the event loop's thread. Opening and advancing let the event loop run once, for
-// this window alone. `advance` and `close` come after `open`.
+// this window alone. `advance` and `close` come after `open`. Where there is no display all three
+// do nothing.
 class LoadingWindow {
 public:
     // Shows it in the middle of the main screen, above all other windows, at a count of 0.
@@ -20,6 +21,6 @@ public:
     // Takes it from the screen. Window and image stay allocated.
     void close();
 
-    NSWindow* window;         // set by `open`
-    NSImage* backgroundImage; // set by `open`; draws nothing where its file is missing
+    NSWindow* window;         // set by `open`; nil without a display
+    NSImage* backgroundImage; // the same; draws nothing where its file is missing
 };

@@ -9,8 +9,11 @@ struct NSView;
 #endif
 class tveditor13;
 
-// Makes AppKit ready for views. False where nothing can be shown; AppKit is then out of bounds.
+// Makes AppKit ready for views and begins a use of them. False where nothing can be shown; AppKit is
+// then out of bounds. A second begin changes nothing.
 bool prepareEditorViews();
+// Ends that use, as `editorShown` does.
+void finishEditorViews();
 
 // What a host passed to the editor's `open`, as AppKit knows it: a view or a window reference. A
 // handle of the system's own windows becomes a view that is made in that window. Null when there is

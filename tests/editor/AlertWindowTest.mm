@@ -2,6 +2,7 @@
 #include "platform/linux/AlertWindow.h"
 
 #import "editor/TarnsView10.h"
+#include "editor/hosting/EditorHosting.h"
 #include "tests/editor/ViewTest.h"
 #include "tests/support/Process.h"
 #include "tests/support/screen/HostWindow.h"
@@ -19,7 +20,7 @@
 #include <vector>
 
 // After all others: Xlib spoils names that they use.
-#include "editor/hosting/linux/X11Errors.h"
+#include <X11/Xlib.h>
 
 // Does something to the alert once it is up, and ends a press that nothing else would end.
 @interface AlertUser : NSObject {
@@ -227,7 +228,7 @@ TEST_F(AlertWindow, IsCancelledWhenItsTimeIsOver) {
 }
 
 TEST_F(AlertWindow, LeavesTheHandlerOfXErrorsAsItWas) {
-    endQuietErrors();
+    finishEditorViews();
     const XErrorHandler handlerOfHost = [](Display*, XErrorEvent*) { return 0; };
     const XErrorHandler handlerBefore = XSetErrorHandler(handlerOfHost);
     show(0.1);

@@ -6,11 +6,16 @@
 #include "tests/editor/ViewTest.h"
 #include "tests/editor/ViewWindow.h"
 #include "tests/support/screen/ExpectedFace.h"
+#include "tests/support/screen/XServer.h"
 
 #include <gmock/gmock.h>
 
 #include <CoreGraphics/CoreGraphics.h>
 #import <QuartzCore/QuartzCore.h>
+
+#include <cstdlib>
+
+#include <objc/runtime.h>
 
 using testing::Each;
 using testing::ElementsAre;
@@ -20,6 +25,37 @@ namespace {
 std::string textOf(NSString* text) {
     return [text UTF8String];
 }
+
+NSScreen* noScreen(id self, SEL selector) {
+    return nil;
+}
+
+NSArray* noScreens(id self, SEL selector) {
+    return [NSArray array];
+}
+
+// As long as it lives, AppKit knows no screen.
+class NoScreens {
+public:
+    NoScreens()
+        : mainScreen_(replaced(@selector(mainScreen), reinterpret_cast<IMP>(noScreen))),
+          screens_(replaced(@selector(screens), reinterpret_cast<IMP>(noScreens))) {}
+    ~NoScreens() {
+        replaced(@selector(mainScreen), mainScreen_);
+        replaced(@selector(screens), screens_);
+    }
+    NoScreens(const NoScreens&) = delete;
+    NoScreens& operator=(const NoScreens&) = delete;
+
+private:
+    static IMP replaced(SEL selector, IMP implementation) {
+        return method_setImplementation(class_getClassMethod([NSScreen class], selector),
+                                        implementation);
+    }
+
+    const IMP mainScreen_;
+    const IMP screens_;
+};
 
 } // namespace
 
@@ -197,4 +233,46 @@ TEST_F(LoadingWindowOnScreen, KeepsItsObjectsAfterClosing) {
     EXPECT_EQ(loading.window, window);
     EXPECT_EQ([view() currentSamples], 0u);
     [window release];
+}
+
+TEST_F(LoadingWindowOnScreen, OpensLeftAndBelowWhereAppKitKnowsNoScreen) {
+    LoadingWindow screenless{};
+    {
+        const NoScreens noScreens;
+        screenless.open();
+    }
+    ASSERT_NE(screenless.window, nil);
+    EXPECT_TRUE(NSEqualPoints([screenless.window frame].origin, NSMakePoint(-125, -60)));
+    screenless.advance();
+    EXPECT_EQ([static_cast<lWindowView9*>([screenless.window contentView]) currentSamples], 60u);
+    screenless.close();
+}
+
+TEST(LoadingWindowAlone, MakesAppKitReadyItself) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(
+        {
+            sharedXServer();
+            LoadingWindow loading;
+            loading.open();
+            loading.advance();
+            const bool shown = [loading.window isVisible];
+            loading.close();
+            std::_Exit(shown ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "^$");
+}
+
+TEST(LoadingWindowAlone, ShowsAndReportsNothingWithoutADisplay) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(
+        {
+            unsetenv("DISPLAY");
+            LoadingWindow loading;
+            loading.open();
+            loading.advance();
+            loading.close();
+            std::_Exit(loading.window == nil && loading.backgroundImage == nil ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "^$");
 }

@@ -2,10 +2,11 @@
 
 #import "editor/hosting/EditorHosting.h"
 #import "editor/hosting/linux/AppKitPatches.h"
-#include "editor/hosting/linux/X11Errors.h"
 
 #import <AppKit/AppKit.h>
 #import <GNUstepGUI/GSDisplayServer.h>
+
+#include <X11/Xlib.h>
 
 // Ends a press that has no end. AppKit follows a press in a loop of its own, and that loop misses a
 // release that came in the same moment: it lies before the press, or unread, until something else
@@ -140,6 +141,6 @@ bool showAlertWindow(const Alert& alert, CFOptionFlags& response) {
         [panel close];
         NSReleaseAlertPanel(panel);
     }
-    endQuietErrors();
+    finishEditorViews();
     return true;
 }

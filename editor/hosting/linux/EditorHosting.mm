@@ -135,6 +135,10 @@ bool prepareEditorViews() {
     return true;
 }
 
+void finishEditorViews() {
+    endQuietErrors();
+}
+
 void* hostObjectFor(void* passed) {
     void* const object = passed != nullptr && fitsX11Handle(passed)
                              ? viewInside(reinterpret_cast<Window>(passed))
@@ -149,7 +153,7 @@ void editorShown(const tveditor13* editor, NSView* rootView) {
         [rootView setAutoresizingMask:NSViewMinYMargin];
     }
     shownEditors().push_back({editor, rootView});
-    endQuietErrors();
+    finishEditorViews();
 }
 
 void editorClosed(const tveditor13* editor) {

@@ -6,6 +6,8 @@ bool prepareEditorViews() {
     return true;
 }
 
+void finishEditorViews() {}
+
 void* hostObjectFor(void* passed) {
     return passed;
 }
