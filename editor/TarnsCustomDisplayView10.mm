@@ -1,6 +1,7 @@
 #import "editor/TarnsCustomDisplayView10.h"
 
 #include "editor/DisplayText.h"
+#include "editor/hosting/EditorHosting.h"
 
 @implementation TarnsCustomDisplayView10
 
@@ -18,6 +19,7 @@
         [attributes setValue:style forKey:NSParagraphStyleAttributeName];
         [style release];
         _sValue = value;
+        keepDrawingWithinBounds(self);
     }
     return self;
 }

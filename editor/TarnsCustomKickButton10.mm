@@ -1,5 +1,7 @@
 #import "editor/TarnsCustomKickButton10.h"
 
+#include "editor/hosting/EditorHosting.h"
+
 @implementation TarnsCustomKickButton10
 
 - (id)initWithFrameAndImages:(NSRect)frame
@@ -8,6 +10,7 @@
                andButtonType:(int32_t)buttonType {
     self = [super initWithFrameAndImages:frame imageOne:imageOne imageTwo:imageTwo];
     _buttonType = buttonType;
+    keepDrawingWithinBounds(self);
     return self;
 }
 

@@ -4,6 +4,7 @@
 #import "editor/TarnsCustomSliderCell10.h"
 
 #include "editor/SliderGeometry.h"
+#include "editor/hosting/EditorHosting.h"
 
 @implementation TarnsCustomSlider13
 
@@ -21,6 +22,7 @@
     [self setCell:cell];
     [cell release];
     [self setFloatValue:0.5f];
+    keepDrawingWithinBounds(self);
     return self;
 }
 

@@ -2,6 +2,7 @@
 
 #include "editor/DisplayText.h"
 #include "editor/LoadingCount.h"
+#include "editor/hosting/EditorHosting.h"
 
 #import <QuartzCore/QuartzCore.h>
 
@@ -30,6 +31,7 @@ NSMutableDictionary* textIn(NSColor* colour) {
     _SampleMessageBack = @"Loading Sample:";
     (void)[super initWithFrame:frame];
     [self setWantsLayer:YES];
+    keepDrawingWithinBounds(self);
     return self;
 }
 

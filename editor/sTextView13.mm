@@ -4,6 +4,7 @@
 
 #include "editor/BalanceFigures.h"
 #include "editor/DisplayText.h"
+#include "editor/hosting/EditorHosting.h"
 
 namespace {
 
@@ -27,6 +28,7 @@ void drawPercent(int32_t percent, CGFloat x, NSDictionary* attributes) {
                                             green:0.9411764740943909
                                              blue:0.9296875
                                             alpha:1.0] retain];
+        keepDrawingWithinBounds(self);
     }
     return self;
 }

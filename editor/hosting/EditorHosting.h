@@ -20,6 +20,11 @@ void finishEditorViews();
 // nothing to show the editor in.
 void* hostObjectFor(void* passed);
 
+// For a view that sizes what it draws by the rectangle that AppKit hands it, once it is made: keeps
+// that rectangle within the view's bounds where AppKit would let it reach beyond them. editorShown
+// does it for the root view and all that is in it.
+void keepDrawingWithinBounds(NSView* view);
+
 // To be told after each `open` and at each `close` of an editor, and when it is destroyed.
 void editorShown(const tveditor13* editor, NSView* rootView);
 void editorClosed(const tveditor13* editor);

@@ -147,6 +147,9 @@ void* hostObjectFor(void* passed) {
     return object;
 }
 
+// GNUstep's never reaches beyond them.
+void keepDrawingWithinBounds(NSView* view) {}
+
 void editorShown(const tveditor13* editor, NSView* rootView) {
     if ([[rootView window] isKindOfClass:[TarnsX11HostWindow class]]) {
         // At the upper left whatever size the host gives the window.

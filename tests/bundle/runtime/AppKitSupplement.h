@@ -15,6 +15,8 @@
 @interface NSView (AppKitSupplement)
 - (void)setWantsLayer:(BOOL)wanted;
 - (CALayer*)layer;
+- (void)setClipsToBounds:(BOOL)clips;
+- (BOOL)clipsToBounds; // NO unless set
 @end
 
 @interface NSColor (AppKitSupplement)
@@ -41,8 +43,18 @@ extern id nibView;
 // Whether a pointer that initWithWindowRef: gets stands for a window.
 extern bool windowReferences;
 
+// Whether views answer clipsToBounds, as those of macOS 10.9 and later do. True from the start.
+extern bool viewsClip;
+
+// Whether mapped views that don't clip are handed the rectangle of their window's whole content to
+// draw, as those of hosts that were built for macOS 14 are. False from the start.
+extern bool handsWideRectangles;
+
 // Takes over methods that GNUstep has, and has otherwise than macOS: the bundle of these classes,
 // and windows by reference. `isMapped` tells the mapped classes. Once in a process.
 void start(NSBundle* bundle, bool (*isMapped)(Class));
+
+// Puts the handing of rectangles before a mapped class's own drawing. Once for each class.
+void handRectanglesTo(Class mapped);
 
 } // namespace supplement

@@ -6,6 +6,8 @@
 
 #include <objc/runtime.h>
 
+#include <cstdlib>
+#include <map>
 #include <sstream>
 #include <string>
 
@@ -33,6 +35,50 @@ std::string numberText(CGFloat number) {
     std::ostringstream text;
     text << number;
     return text.str();
+}
+
+NSMapTable* clippingViews() {
+    static NSMapTable* const table =
+        NSCreateMapTable(NSNonOwnedPointerMapKeyCallBacks, NSNonOwnedPointerMapValueCallBacks, 0);
+    return table;
+}
+
+// What is left of the window's content for `view` to draw in.
+NSRect wideRectangleOf(NSView* view) {
+    NSView* const content = [[view window] contentView];
+    NSRect rectangle = [view convertRect:[content bounds] fromView:content];
+    for (NSView* above = view; above != nil; above = [above superview]) {
+        if ([above clipsToBounds]) {
+            rectangle = NSIntersectionRect(rectangle, [view convertRect:[above bounds]
+                                                               fromView:above]);
+        }
+    }
+    return rectangle;
+}
+
+using Draw = void (*)(id, SEL, NSRect);
+std::map<Class, Draw> ownDrawing;
+bool drawing = false; // a view may hand its own rectangle on to another
+
+void drawHanded(id self, SEL selector, NSRect rectangle) {
+    Class drawn = object_getClass(self);
+    while (ownDrawing.count(drawn) == 0) {
+        drawn = class_getSuperclass(drawn);
+    }
+    if (drawing || !supplement::handsWideRectangles) {
+        ownDrawing[drawn](self, selector, rectangle);
+        return;
+    }
+    drawing = true;
+    ownDrawing[drawn](self, selector, wideRectangleOf(self));
+    drawing = false;
+}
+
+BOOL answers(id self, SEL selector, SEL asked) {
+    if (sel_isEqual(asked, @selector(setClipsToBounds:)) && !supplement::viewsClip) {
+        return NO;
+    }
+    return class_respondsToSelector(object_getClass(self), asked);
 }
 
 id bundleForClass(id self, SEL selector, Class asked) {
@@ -63,6 +109,8 @@ namespace supplement {
 
 id nibView = nil;
 bool windowReferences = false;
+bool viewsClip = true;
+bool handsWideRectangles = false;
 
 void start(NSBundle* bundle, bool (*isMapped)(Class)) {
     ownBundle = [bundle retain];
@@ -76,6 +124,21 @@ void start(NSBundle* bundle, bool (*isMapped)(Class)) {
     if (!class_addMethod([NSWindow class], byReference, own, "@@:^v")) {
         method_setImplementation(class_getInstanceMethod([NSWindow class], byReference), own);
     }
+    class_addMethod([NSView class], @selector(respondsToSelector:), reinterpret_cast<IMP>(answers),
+                    "c@::");
+}
+
+void handRectanglesTo(Class mapped) {
+    unsigned count = 0;
+    Method* const methods = class_copyMethodList(mapped, &count);
+    for (unsigned i = 0; i < count; ++i) {
+        if (sel_isEqual(method_getName(methods[i]), @selector(drawRect:)) &&
+            class_getInstanceMethod(mapped, @selector(convertRect:fromView:)) != nullptr) {
+            ownDrawing[mapped] = reinterpret_cast<Draw>(
+                method_setImplementation(methods[i], reinterpret_cast<IMP>(drawHanded)));
+        }
+    }
+    std::free(methods);
 }
 
 } // namespace supplement
@@ -112,6 +175,19 @@ void start(NSBundle* bundle, bool (*isMapped)(Class)) {
     } else {
         NSMapRemove(layers(), self);
     }
+}
+
+- (void)setClipsToBounds:(BOOL)clips {
+    writeJournal(std::string(object_getClassName(self)) + " clips " + std::to_string(int{clips}));
+    if (clips) {
+        NSMapInsert(clippingViews(), self, self);
+    } else {
+        NSMapRemove(clippingViews(), self);
+    }
+}
+
+- (BOOL)clipsToBounds {
+    return NSMapGet(clippingViews(), self) != nil;
 }
 
 - (CALayer*)layer {

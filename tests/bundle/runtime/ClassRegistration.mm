@@ -1,5 +1,6 @@
 #include "tests/bundle/runtime/ClassRegistration.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <stdexcept>
 #include <string>
@@ -112,20 +113,16 @@ struct ClassRegistration::MappedClass {
 };
 
 ClassRegistration::ClassRegistration(const BundleImage& image) : image_(image) {
-    const MachOFile::Section* const list = image.file().section("__DATA", "__objc_classlist");
-    if (list == nullptr) {
-        return;
-    }
-    auto* const* const mapped =
-        static_cast<const MappedClass* const*>(image.addressOf(list->address));
-    for (std::uint64_t i = 0; i < list->size / sizeof(void*); ++i) {
-        if (!image.holds(mapped[i])) {
+    const auto [from, to] = slotsOf("__objc_classlist");
+    std::for_each(from, to, [&](void* mapped) {
+        if (!image.holds(mapped)) {
             throw std::runtime_error("the list of classes leads out of the file");
         }
-        registered(mapped[i]);
-    }
-    setReferences("__objc_classrefs");
-    setReferences("__objc_superrefs");
+        registered(static_cast<const MappedClass*>(mapped));
+    });
+    setClasses("__objc_classrefs");
+    setClasses("__objc_superrefs");
+    setSelectors();
 }
 
 Class ClassRegistration::registered(const MappedClass* mapped) {
@@ -152,17 +149,28 @@ Class ClassRegistration::registered(const MappedClass* mapped) {
     return made;
 }
 
-void ClassRegistration::setReferences(const char* section) {
-    const MachOFile::Section* const references = image_.file().section("__DATA", section);
-    if (references == nullptr) {
-        return;
+std::pair<void**, void**> ClassRegistration::slotsOf(const char* section) const {
+    const MachOFile::Section* const found = image_.file().section("__DATA", section);
+    if (found == nullptr) {
+        return {nullptr, nullptr};
     }
-    auto* const slots = static_cast<void**>(image_.addressOf(references->address));
-    for (std::uint64_t i = 0; i < references->size / sizeof(void*); ++i) {
-        if (image_.holds(slots[i])) {
-            slots[i] = classes_.at(slots[i]);
-        }
-    }
+    auto* const slots = static_cast<void**>(image_.addressOf(found->address));
+    return {slots, slots + found->size / sizeof(void*)};
+}
+
+void ClassRegistration::setClasses(const char* section) {
+    const auto [from, to] = slotsOf(section);
+    std::for_each(from, to, [&](void*& slot) {
+        slot = image_.holds(slot) ? static_cast<void*>(classes_.at(slot)) : slot;
+    });
+}
+
+void ClassRegistration::setSelectors() {
+    const auto [from, to] = slotsOf("__objc_selrefs");
+    std::for_each(from, to, [](void*& slot) {
+        slot = const_cast<void*>(
+            static_cast<const void*>(sel_registerName(static_cast<const char*>(slot))));
+    });
 }
 
 Class ClassRegistration::named(const std::string& name) const {
@@ -172,6 +180,14 @@ Class ClassRegistration::named(const std::string& name) const {
         }
     }
     return Nil;
+}
+
+std::vector<Class> ClassRegistration::all() const {
+    std::vector<Class> known;
+    for (const auto& [mapped, each] : classes_) {
+        known.push_back(each);
+    }
+    return known;
 }
 
 bool ClassRegistration::has(Class known) const {

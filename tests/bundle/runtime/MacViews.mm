@@ -47,6 +47,9 @@ MacViews::MacViews() {
             unwinding_ = std::make_unique<UnwindRegistration>(image);
         });
     supplement::start(mappedBundle(), isMapped);
+    for (const Class mapped : classes_->all()) {
+        supplement::handRectanglesTo(mapped);
+    }
     startJournal();
     [pool release];
 }

@@ -1,5 +1,5 @@
 // What the mapped code calls to send messages: the receiver's method is looked up in this process's
-// runtime, and jumped to with the arguments as they are and with this runtime's selector.
+// runtime, and jumped to with the arguments as they are.
 #include "tests/bundle/ArgumentRegisters.inc"
 
 .macro ENTRY name
@@ -14,11 +14,10 @@
     .size \name, . - \name
 .endm
 
-// The method into r11, the selector into r10.
+// The method into r11.
 .macro LOOK_UP function
     call \function@PLT
     movq %rax, %r11
-    movq %rdx, %r10
     RESTORE_ARGUMENTS
 .endm
 
@@ -29,7 +28,6 @@ ENTRY tvdelayMessageSend
     jz .Lnil
     KEEP_ARGUMENTS
     LOOK_UP tvdelayMethodFor
-    movq %r10, %rsi
     jmp *%r11
 .Lnil:
     xorl %eax, %eax
@@ -47,7 +45,6 @@ ENTRY tvdelayMessageSendStret
     movq %rsi, %rdi
     movq %rdx, %rsi
     LOOK_UP tvdelayMethodFor
-    movq %r10, %rdx
     jmp *%r11
 .LnilStret:
     movq %rdi, %rax
@@ -59,7 +56,6 @@ ENTRY tvdelayMessageSendSuper
     KEEP_ARGUMENTS
     LOOK_UP tvdelayMethodForSuper
     movq (%rdi), %rdi
-    movq %r10, %rsi
     jmp *%r11
 END tvdelayMessageSendSuper
 

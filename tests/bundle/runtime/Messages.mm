@@ -14,12 +14,6 @@ namespace {
 std::vector<SentMessage> sent;
 std::set<std::tuple<Class, std::string>> seen;
 
-// The place of a method, and the selector to call it with.
-struct FoundMethod {
-    IMP code;
-    SEL selector;
-};
-
 struct Super {
     id receiver;
     Class subclass;
@@ -60,19 +54,17 @@ bool isListed(const SentMessage& message) {
 
 } // namespace
 
-extern "C" FoundMethod tvdelayMethodFor(id receiver, const char* name) {
-    const SEL selector = sel_registerName(name);
+extern "C" IMP tvdelayMethodFor(id receiver, SEL selector) {
     const IMP code = objc_msg_lookup(receiver, selector);
     writeDown(object_getClass(receiver), selector, code);
-    return {code, selector};
+    return code;
 }
 
-extern "C" FoundMethod tvdelayMethodForSuper(const Super* super, const char* name) {
-    const SEL selector = sel_registerName(name);
+extern "C" IMP tvdelayMethodForSuper(const Super* super, SEL selector) {
     const Class above = class_getSuperclass(super->subclass);
     const IMP code = class_getMethodImplementation(above, selector);
     writeDown(above, selector, code);
-    return {code, selector};
+    return code;
 }
 
 std::string SentMessage::text() const {

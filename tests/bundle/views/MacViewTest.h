@@ -51,4 +51,7 @@ private:
     NSWindow* window_ = nil;
 };
 
+id allocated(const char* className); // of the bundle's
+NSImage* imageOf(const char* name);  // of the bundle's, by its name without ".png"
+
 void PrintTo(const ParameterWrite& write, std::ostream* out);

@@ -126,6 +126,15 @@ std::vector<ParameterWrite> MacViewTest::takeWrites() {
     return std::exchange(writes, {});
 }
 
+id allocated(const char* name) {
+    return [MacViews::shared().classNamed(name) alloc];
+}
+
+NSImage* imageOf(const char* name) {
+    const std::string path = macBundle() + "/Contents/Resources/" + name + ".png";
+    return [[NSImage alloc] initByReferencingFile:[NSString stringWithUTF8String:path.c_str()]];
+}
+
 void PrintTo(const ParameterWrite& write, std::ostream* out) {
     *out << write.index << " = " << write.value;
 }

@@ -18,6 +18,7 @@
                     imageOne:(NSImage*)one
                     imageTwo:(NSImage*)two
                andButtonType:(int32_t)type;
+- (id)initWithFrameAndImages:(NSRect)frame imageOne:(NSImage*)one imageTwo:(NSImage*)two;
 - (void)setNewDelegate:(id)delegate;
 - (id)initWithFrameandImage:(NSRect)frame
             backgroundImage:(NSImage*)background

@@ -48,15 +48,6 @@ namespace {
 using testing::Contains;
 using testing::ElementsAre;
 
-id allocated(const char* name) {
-    return [MacViews::shared().classNamed(name) alloc];
-}
-
-NSImage* imageOf(const char* name) {
-    const std::string path = macBundle() + "/Contents/Resources/" + name + ".png";
-    return [[NSImage alloc] initByReferencingFile:[NSString stringWithUTF8String:path.c_str()]];
-}
-
 class OtherClasses : public MacViewTest {
 protected:
     OtherClasses() {
@@ -180,7 +171,8 @@ TEST_F(OtherClasses, TextViewFillsWithNothingAndWritesThreeFigures) {
 TEST_F(OtherClasses, LoadingViewWritesItsCount) {
     NSView* const loading = [allocated("lWindowView9") initWithImage:imageOf("loadback")
                                                             andFrame:NSMakeRect(40, 40, 250, 121)];
-    EXPECT_THAT(journalOf("lWindowView9"), ElementsAre("lWindowView9 wants layer 1"));
+    EXPECT_THAT(journalOf("lWindowView9"),
+                ElementsAre("lWindowView9 wants layer 1", "lWindowView9 clips 1"));
     [loading setcurrentSamples:60];
     EXPECT_EQ([loading currentSamples], 60u);
     forgetJournal();

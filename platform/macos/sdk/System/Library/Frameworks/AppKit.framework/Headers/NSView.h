@@ -13,6 +13,7 @@ FOUNDATION_EXPORT_CLASS
 
 - (NSWindow*)window;
 - (NSView*)superview;
+- (NSArray*)subviews;
 - (void)addSubview:(NSView*)aView;
 - (void)addSubview:(NSView*)aView
         positioned:(NSWindowOrderingMode)place
