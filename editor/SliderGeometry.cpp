@@ -7,8 +7,8 @@ std::int32_t trackExtent(double viewExtent) {
 }
 
 SliderPoint knobPictureCorner(double knobX, double knobY, double knobHeight) {
-    // What fits the pictures: theirs are larger than AppKit's knob.
+    // What fits the pictures: AppKit's knob is 21 points high and wide, theirs is 13.
     constexpr double kRight = 4.0;
-    constexpr double kDown = 4.0;
-    return {knobX + kRight, knobY - kDown + knobHeight};
+    constexpr double kUp = 4.0;
+    return {knobX + kRight, knobY - kUp + knobHeight};
 }

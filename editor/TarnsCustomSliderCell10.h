@@ -4,7 +4,8 @@
 
 #include <cstdint>
 
-// Draws a slider's track and knob from two pictures. The event loop's thread.
+// Draws a slider's track and knob from two pictures. The event loop's thread. On Linux
+// editor/hosting/linux/EditorViewPatches.mm changes some of it.
 @interface TarnsCustomSliderCell10 : NSSliderCell {
     NSImage* backgroundImage; // retained
     NSImage* knobImage;       // retained

@@ -8,6 +8,7 @@
 
 #include <gmock/gmock.h>
 
+#include <cmath>
 #include <vector>
 
 struct SliderReport {
@@ -30,6 +31,24 @@ struct SliderReport {
 
 @end
 
+// Fills itself with a picture.
+@interface PictureView : NSView {
+@public
+    NSImage* picture;
+}
+@end
+
+@implementation PictureView
+
+- (void)drawRect:(NSRect)dirtyRect {
+    [picture drawInRect:[self bounds]
+               fromRect:NSZeroRect
+              operation:NSCompositeSourceOver
+               fraction:1.0];
+}
+
+@end
+
 namespace {
 
 constexpr Pixel kRed{255, 0, 0, 255};
@@ -40,6 +59,37 @@ TarnsCustomSlider13* newSlider(NSRect frame) {
         initWithFrameandImage:frame
               backgroundImage:plainImage([NSColor redColor], NSMakeSize(30, 10))
                     knobImage:plainImage([NSColor blueColor], NSMakeSize(6, 6))];
+}
+
+// With the bundle's own pictures.
+TarnsCustomSlider13* newOwnSlider(NSRect frame) {
+    TarnsCustomSlider13* const slider = [[TarnsCustomSlider13 alloc] initWithFrame:frame];
+    TarnsCustomSliderCell10* const cell = [[[TarnsCustomSliderCell10 alloc] init] autorelease];
+    [cell setSliderCellWidth:static_cast<int32_t>(frame.size.width)];
+    [cell setSliderCellHeight:static_cast<int32_t>(frame.size.height)];
+    [slider setCell:cell];
+    return slider;
+}
+
+// Red below, blue above.
+NSImage* twoColoured(NSSize size) {
+    NSImage* const image = plainImage([NSColor redColor], size);
+    [image lockFocus];
+    [[NSColor blueColor] set];
+    NSRectFill(NSMakeRect(0, size.height / 2, size.width, size.height / 2));
+    [image unlockFocus];
+    return image;
+}
+
+NSString* fileOf(NSString* name) {
+    return [[NSBundle bundleForClass:[TarnsCustomSlider13 class]] pathForImageResource:name];
+}
+
+ScreenPart shownAt(NSImage* picture, NSSize size) {
+    PictureView* const view =
+        [[[PictureView alloc] initWithFrame:NSMakeRect(0, 0, size.width, size.height)] autorelease];
+    view->picture = picture;
+    return ViewWindow(view, size).screen();
 }
 
 struct PixelBox {
@@ -219,4 +269,63 @@ TEST_F(BitmapSlider, CellLoadsTheBundlesOwnPictures) {
     EXPECT_NEAR(track.height, 21.0, 0.1);
     EXPECT_NEAR(knob.width, 13.0, 0.1);
     EXPECT_NEAR(knob.height, 13.0, 0.1);
+}
+
+TEST_F(BitmapSlider, DrawsItsPicturesUpright) {
+    TarnsCustomSlider13* const both =
+        [[[TarnsCustomSlider13 alloc] initWithFrameandImage:NSMakeRect(0, 0, 150, 20)
+                                            backgroundImage:twoColoured(NSMakeSize(30, 10))
+                                                  knobImage:nil] autorelease];
+    ViewWindow trackWindow(both, NSMakeSize(150, 20));
+    EXPECT_EQ(boxOf(kRed, trackWindow.screen()), (PixelBox{0, 0, 150, 10, 1500}));
+    EXPECT_EQ(boxOf(kBlue, trackWindow.screen()), (PixelBox{0, 10, 150, 20, 1500}));
+
+    TarnsCustomSlider13* const knobAlone = [[[TarnsCustomSlider13 alloc]
+        initWithFrameandImage:NSMakeRect(0, 0, 150, 21)
+              backgroundImage:nil
+                    knobImage:twoColoured(NSMakeSize(13, 12))] autorelease];
+    ViewWindow knobWindow(knobAlone, NSMakeSize(150, 21));
+    const PixelBox lower = boxOf(kRed, knobWindow.screen());
+    const PixelBox upper = boxOf(kBlue, knobWindow.screen());
+    EXPECT_EQ(lower.count, 13 * 6);
+    EXPECT_EQ(upper.count, 13 * 6);
+    EXPECT_EQ(upper.bottom, lower.top);
+}
+
+TEST_F(BitmapSlider, PutsAKnobOfTheBundlesSizeIntoTheMiddleOfItsTrack) {
+    TarnsCustomSlider13* const centred = [[[TarnsCustomSlider13 alloc]
+        initWithFrameandImage:NSMakeRect(0, 0, 150, 21)
+              backgroundImage:plainImage([NSColor redColor], NSMakeSize(150, 21))
+                    knobImage:plainImage([NSColor blueColor], NSMakeSize(13, 13))] autorelease];
+    ViewWindow window(centred, NSMakeSize(150, 21));
+    const int lefts[] = {4, 68, 133};
+    for (const int place : {0, 1, 2}) {
+        [centred setDoubleValue:place / 2.0];
+        window.repaint();
+        const PixelBox knob = boxOf(kBlue, window.screen());
+        EXPECT_EQ(knob.bottom, 4);
+        EXPECT_EQ(knob.top, 17);
+        EXPECT_EQ(knob.left, lefts[place]);
+        EXPECT_EQ(knob.count, 13 * 13);
+    }
+}
+
+TEST_F(BitmapSlider, IsDraggedByItsKnob) {
+    TarnsCustomSlider13* const own = [newOwnSlider(NSMakeRect(0, 0, 150, 21)) autorelease];
+    [own setDoubleValue:0.5];
+    ViewWindow window(own, NSMakeSize(150, 21));
+    EXPECT_TRUE(NSEqualRects([[own cell] knobRectFlipped:YES], NSMakeRect(64, 0, 21, 21)));
+}
+
+TEST_F(BitmapSlider, SharedPictureIsAsSharpAtEachSizeAsIfItHadNoOther) {
+    for (NSString* const name : {@"bmp00131", @"bmp00130", @"loadback"}) {
+        NSImage* const shared = [[[NSImage alloc] initByReferencingFile:fileOf(name)] autorelease];
+        NSImage* const alone = [[[NSImage alloc] initWithContentsOfFile:fileOf(name)] autorelease];
+        const NSSize single =
+            NSMakeSize(std::round([alone size].width), std::round([alone size].height));
+        const NSSize twice = NSMakeSize(2 * single.width, 2 * single.height);
+        const ScreenPart first = shownAt(shared, single);
+        EXPECT_EQ(differenceOf(shownAt(shared, twice), shownAt(alone, twice)).largest, 0);
+        EXPECT_EQ(differenceOf(shownAt(shared, single), first).largest, 0);
+    }
 }

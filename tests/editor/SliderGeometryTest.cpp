@@ -20,13 +20,13 @@ TEST(SliderGeometry, TrackBeyondWholeNumbersIsTheLowest) {
     EXPECT_EQ(trackExtent(2147483647.9), std::numeric_limits<std::int32_t>::max());
 }
 
-TEST(SliderGeometry, KnobPictureLiesRightOfTheKnobAndBelowItsTop) {
+TEST(SliderGeometry, KnobPictureStandsOnALineAboveTheKnobsLowerEdge) {
     const SliderPoint corner = knobPictureCorner(10.0, 20.0, 16.0);
     EXPECT_EQ(corner.x, 14.0);
     EXPECT_EQ(corner.y, 32.0);
 }
 
-TEST(SliderGeometry, KnobPictureIsPlacedInDoublePrecisionDownFirst) {
+TEST(SliderGeometry, KnobPictureIsPlacedInDoublePrecisionUpFirst) {
     // 4 - 2^-50 can be told from 4 only before the height is added.
     const double y = 4.0 + 0x1p-50;
     EXPECT_EQ(knobPictureCorner(0.0, y, 0x1p-50).y, 0x1p-49);

@@ -8,6 +8,10 @@
 // ours, a missing file gives an image that draws nothing. Repeated calls change nothing.
 void shareOwnPictures();
 
+// Makes `drawInRect:` of NSImage draw upright in flipped views too, as macOS does, where AppKit is
+// ours.
+void drawPicturesUpright();
+
 // Gives back the windows of the X server in which AppKit keeps drawn pictures. They come back with
 // the next painting.
 void dropPictureCaches();

@@ -11,10 +11,12 @@
 namespace {
 
 using ImageInitialiser = id (*)(id, SEL, NSString*);
+using ImageDrawing = void (*)(NSImage*, SEL, NSRect);
 using WindowInitialiser = id (*)(id, SEL, void*);
 using WindowGetter = NSWindow* (*)(id, SEL);
 
 ImageInitialiser inheritedImageInitialiser = nullptr;
+ImageDrawing inheritedImageDrawing = nullptr;
 WindowInitialiser inheritedWindowInitialiser = nullptr;
 WindowGetter inheritedKeyWindow = nullptr;
 void* refusedReference = nullptr;
@@ -36,10 +38,11 @@ NSMutableDictionary* picturesByFile() {
 }
 
 NSImage* newShared(SEL selector, NSString* file) {
-    NSImage* picture = [[picturesByFile() objectForKey:file] retain];
+    TarnsPicture* picture = [[picturesByFile() objectForKey:file] retain];
     if (picture == nil) {
         picture = inheritedImageInitialiser([TarnsPicture alloc], selector, file);
         if (picture != nil) {
+            [picture setFile:file];
             [picturesByFile() setObject:picture forKey:file];
         }
     }
@@ -55,6 +58,19 @@ id initByReferencingFile(id self, SEL selector, NSString* file) {
     }
     [self release];
     return newShared(selector, file);
+}
+
+void drawInRect(NSImage* self, SEL selector, NSRect target) {
+    if (![TarnsAppKit isOurs]) {
+        inheritedImageDrawing(self, selector, target);
+        return;
+    }
+    [self drawInRect:target
+              fromRect:NSZeroRect
+             operation:NSCompositeSourceOver
+              fraction:1.0
+        respectFlipped:YES
+                 hints:nil];
 }
 
 id initWithWindowRef(id self, SEL selector, void* reference) {
@@ -75,6 +91,10 @@ NSWindow* keyWindow(id self, SEL selector) {
 void shareOwnPictures() {
     replaceMethod("NSImage", @selector(initByReferencingFile:), initByReferencingFile,
                   inheritedImageInitialiser);
+}
+
+void drawPicturesUpright() {
+    replaceMethod("NSImage", @selector(drawInRect:), drawInRect, inheritedImageDrawing);
 }
 
 void dropPictureCaches() {

@@ -131,6 +131,7 @@ bool prepareEditorViews() {
     [TarnsEditorThread becomeCurrent];
     registerOwnBundle();
     shareOwnPictures();
+    drawPicturesUpright();
     containDrawingErrors();
     return true;
 }

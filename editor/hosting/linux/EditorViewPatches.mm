@@ -2,10 +2,13 @@
 
 #import "editor/ControlPoint13.h"
 #import "editor/TarnsCustomImageView13.h"
+#import "editor/TarnsCustomSliderCell10.h"
 #import "editor/TarnsUiView13.h"
 #import "editor/TarnsView10.h"
 #include "editor/hosting/linux/OwnBundle.h"
 #import "editor/hosting/linux/TarnsEditorThread.h"
+
+#include <cmath>
 
 #include <objc/runtime.h>
 
@@ -72,6 +75,23 @@ void drawKnob(id self, SEL selector, NSRect dirtyRect) {
 
 + (void)initialize {
     registerOwnBundle();
+}
+
+@end
+
+@implementation TarnsCustomSliderCell10 (LinuxHosts)
+
+// As large as macOS has a slider's knob, which the pictures fit; AppKit's is smaller here. At whole
+// points, where the picture stays sharp.
+- (NSRect)knobRectFlipped:(BOOL)flipped {
+    constexpr CGFloat kSide = 21.0;
+    const NSSize view = [[self controlView] bounds].size;
+    const double range = [self maxValue] - [self minValue];
+    const double way = range != 0.0 ? ([self doubleValue] - [self minValue]) / range : 0.0;
+    const bool upright = view.height > view.width;
+    const CGFloat x = (view.width - kSide) * (upright ? 0.5 : way);
+    const CGFloat y = (view.height - kSide) * (!upright ? 0.5 : flipped ? 1.0 - way : way);
+    return NSMakeRect(std::floor(x), std::floor(y), kSide, kSide);
 }
 
 @end

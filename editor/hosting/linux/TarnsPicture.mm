@@ -1,16 +1,21 @@
 #import "editor/hosting/linux/TarnsPicture.h"
 
-#include <algorithm>
+#include <cmath>
 
 namespace {
 
-// Fractional sizes come from the file's resolution, which counts in whole pixels a metre.
-bool isHalfOf(CGFloat points, NSInteger pixels) {
-    return points * 2.0 == static_cast<CGFloat>(pixels);
+// A file's resolution counts in whole pixels a metre, so its size in points is hardly ever whole.
+bool isAbout(CGFloat points, NSInteger pixels) {
+    return std::abs(points - static_cast<CGFloat>(pixels)) < 0.1;
 }
 
-bool canBeHalved(NSBitmapImageRep* bitmap) {
-    return [bitmap bitsPerSample] == 8 && ![bitmap isPlanar] && [bitmap samplesPerPixel] <= 4;
+bool canBeHalved(NSImageRep* representation) {
+    if (![representation isKindOfClass:[NSBitmapImageRep class]]) {
+        return false;
+    }
+    auto* const bitmap = static_cast<NSBitmapImageRep*>(representation);
+    return [bitmap bitsPerSample] == 8 && ![bitmap isPlanar] && [bitmap samplesPerPixel] <= 4 &&
+           [bitmap pixelsWide] % 2 == 0 && [bitmap pixelsHigh] % 2 == 0;
 }
 
 // One pixel of the four at `first`, `step` bytes apart across and `row` bytes apart down. Colours
@@ -68,29 +73,65 @@ NSBitmapImageRep* halfOf(NSBitmapImageRep* bitmap) {
 
 @implementation TarnsPicture
 
-- (void)fitInto:(NSSize)pixels {
-    NSBitmapImageRep* const bitmap =
-        static_cast<NSBitmapImageRep*>([[self representations] firstObject]);
-    if (![bitmap isKindOfClass:[NSBitmapImageRep class]] || !canBeHalved(bitmap) ||
-        !isHalfOf(pixels.width, [bitmap pixelsWide]) ||
-        !isHalfOf(pixels.height, [bitmap pixelsHigh])) {
-        return;
-    }
-    NSBitmapImageRep* const half = halfOf(bitmap);
-    [self removeRepresentation:bitmap];
-    [self addRepresentation:half];
-    [self setSize:[half size]];
-    halved = YES;
+@synthesize file = _file;
+
+- (void)dealloc {
+    [_file release];
+    [_half release];
+    [_whole release];
+    [super dealloc];
 }
 
+- (void)makeHalf {
+    _looked = YES;
+    NSImageRep* const whole = [[self representations] firstObject];
+    if (canBeHalved(whole)) {
+        _half = [halfOf(static_cast<NSBitmapImageRep*>(whole)) retain];
+        [self removeRepresentation:whole];
+        [self addRepresentation:_half];
+        [self setSize:[_half size]];
+    }
+}
+
+- (NSImageRep*)whole {
+    NSImageRep* const read =
+        _whole == nil && _file != nil ? [NSImageRep imageRepWithContentsOfFile:_file] : nil;
+    if (read != nil) {
+        [read setSize:[_half size]];
+        [self addRepresentation:read];
+        _whole = [read retain];
+    }
+    return _whole != nil ? _whole : _half;
+}
+
+- (NSImageRep*)bestRepresentationForRect:(NSRect)rect
+                                 context:(NSGraphicsContext*)context
+                                   hints:(NSDictionary*)hints {
+    if (_half == nil) {
+        return [super bestRepresentationForRect:rect context:context hints:hints];
+    }
+    const NSSize pixels = [[NSView focusView] convertSize:rect.size toView:nil];
+    return isAbout(pixels.width, [_half pixelsWide]) && isAbout(pixels.height, [_half pixelsHigh])
+               ? _half
+               : [self whole];
+}
+
+// All other ways of drawing lead here.
 - (void)drawInRect:(NSRect)target
           fromRect:(NSRect)source
          operation:(NSCompositingOperation)operation
-          fraction:(CGFloat)fraction {
-    if (!halved) {
-        [self fitInto:[[NSView focusView] convertSize:target.size toView:nil]];
+          fraction:(CGFloat)fraction
+    respectFlipped:(BOOL)respectFlipped
+             hints:(NSDictionary*)hints {
+    if (!_looked) {
+        [self makeHalf];
     }
-    [super drawInRect:target fromRect:source operation:operation fraction:fraction];
+    [super drawInRect:target
+              fromRect:source
+             operation:operation
+              fraction:fraction
+        respectFlipped:respectFlipped
+                 hints:hints];
 }
 
 @end
