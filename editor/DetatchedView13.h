@@ -5,6 +5,7 @@
 @class TarnsUiView13;
 
 // The picture behind the controls.
+// On Linux editor/hosting/linux/EditorViewPatches.mm changes some of it.
 @interface DetatchedView13 : NSView {
     NSImage* BackgroundImage; // retained
     TarnsUiView13* _Owner;

@@ -4,6 +4,7 @@
 #include "editor/hosting/linux/EditorViewPatches.h"
 #include "editor/hosting/linux/HostSignals.h"
 #include "editor/hosting/linux/OwnBundle.h"
+#include "editor/hosting/linux/PaintedControls.h"
 #import "editor/hosting/linux/TarnsAppKit.h"
 #import "editor/hosting/linux/TarnsEditorThread.h"
 #import "editor/hosting/linux/TarnsX11HostWindow.h"
@@ -21,7 +22,8 @@ namespace {
 
 struct ShownEditor {
     const tveditor13* editor;
-    NSView* rootView; // never released, so it outlives its place here
+    NSView* rootView;  // never released, so it outlives its place here
+    NSArray* controls; // retained
 };
 
 std::vector<ShownEditor>& shownEditors() {
@@ -79,20 +81,23 @@ void deliverEvents() {
     }
 }
 
-void paintEditors() {
-    static std::uint64_t painted = 0;
-    const std::uint64_t requested = [TarnsEditorThread latestRepaintRequest];
-    if (requested == painted) {
+// What AppKit asks for after a change of size, say, and each control that has changed.
+void paint(const ShownEditor& shown) {
+    NSWindow* const window = [shown.rootView window];
+    if (![window isVisible]) {
         return;
     }
-    painted = requested;
-    for (const ShownEditor& shown : shownEditors()) {
-        NSWindow* const window = [shown.rootView window];
-        if ([window isVisible]) {
-            [shown.rootView setNeedsDisplay:YES];
-            [window setViewsNeedDisplay:YES];
-            [window displayIfNeeded];
+    [window displayIfNeeded];
+    for (NSView* const control in shown.controls) {
+        if (!isPaintedAsItStands(control)) {
+            [shown.rootView displayRect:[control frame]];
         }
+    }
+}
+
+void paintEditors() {
+    for (const ShownEditor& shown : shownEditors()) {
+        paint(shown);
     }
 }
 
@@ -111,10 +116,14 @@ NSView* viewInside(Window window) {
     return [[[TarnsX11HostWindow alloc] initInside:window] contentView];
 }
 
-void takeAway(NSView* rootView) {
-    NSWindow* const window = [rootView window];
+void takeAway(const ShownEditor& shown) {
+    for (NSView* const control in shown.controls) {
+        forgetControl(control);
+    }
+    [shown.controls release];
+    NSWindow* const window = [shown.rootView window];
     if ([window isKindOfClass:[TarnsX11HostWindow class]]) {
-        [rootView removeFromSuperview];
+        [shown.rootView removeFromSuperview];
         [window close];
         [window release];
     }
@@ -132,7 +141,7 @@ bool prepareEditorViews() {
     registerOwnBundle();
     shareOwnPictures();
     drawPicturesUpright();
-    containDrawingErrors();
+    patchEditorDrawing();
     return true;
 }
 
@@ -155,8 +164,14 @@ void editorShown(const tveditor13* editor, NSView* rootView) {
     if ([[rootView window] isKindOfClass:[TarnsX11HostWindow class]]) {
         // At the upper left whatever size the host gives the window.
         [rootView setAutoresizingMask:NSViewMinYMargin];
+        [[rootView superview] setNeedsDisplay:YES];
     }
-    shownEditors().push_back({editor, rootView});
+    NSArray* const controls = [controlsIn(rootView) retain];
+    for (NSView* const control in controls) {
+        watchControl(control);
+    }
+    shownEditors().push_back({editor, rootView, controls});
+    guarded(paintEditors); // a host's first idle call may be a while off
     finishEditorViews();
 }
 
@@ -171,8 +186,7 @@ void editorClosed(const tveditor13* editor) {
     }
     beginQuietErrors(serverConnection());
     @autoreleasepool {
-        std::for_each(closed, editors.end(),
-                      [](const ShownEditor& shown) { takeAway(shown.rootView); });
+        std::for_each(closed, editors.end(), takeAway);
         editors.erase(closed, editors.end());
         if (editors.empty()) {
             dropPictureCaches();
@@ -191,9 +205,7 @@ void deliverEditorEvents() {
         if ([TarnsAppKit isOurs]) {
             guarded(deliverEvents);
         }
-        [TarnsEditorThread beginPainting];
         guarded(paintEditors);
-        [TarnsEditorThread endPainting];
     }
     endQuietErrors();
 }

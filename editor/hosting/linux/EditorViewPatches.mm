@@ -1,12 +1,15 @@
 #include "editor/hosting/linux/EditorViewPatches.h"
 
 #import "editor/ControlPoint13.h"
+#import "editor/FlatKnob13.h"
 #import "editor/TarnsCustomImageView13.h"
 #import "editor/TarnsCustomSliderCell10.h"
 #import "editor/TarnsUiView13.h"
 #import "editor/TarnsView10.h"
 #include "editor/hosting/linux/OwnBundle.h"
+#include "editor/hosting/linux/PaintedControls.h"
 #import "editor/hosting/linux/TarnsEditorThread.h"
+#import "editor/hosting/linux/TarnsX11HostWindow.h"
 
 #include <cmath>
 
@@ -14,14 +17,17 @@
 
 namespace {
 
-// Asks for painting. AppKit's own mark is not enough: it would allocate on the audio thread that a
-// host may automate from, it would leave the request to a run loop that a host of ours doesn't run,
-// and its windows forget what views ask for while they paint. `mark` is that one, for its thread.
+// Hands a view's wish to be painted on to AppKit, or not. From other threads it may not be: AppKit
+// would allocate, on the audio thread that a host may automate from. In a window inside a host's
+// the idle call finds what has changed. And who asks while it paints is painted already.
 template <typename Mark>
-void requestPainting(Mark mark) {
-    [TarnsEditorThread requestRepaint];
-    if ([TarnsEditorThread isCurrent]) {
-        @autoreleasepool {
+void askForPainting(NSView* view, Mark mark) {
+    if (![TarnsEditorThread isCurrent]) {
+        return;
+    }
+    @autoreleasepool {
+        if ([NSView focusView] == nil &&
+            ![[view window] isKindOfClass:[TarnsX11HostWindow class]]) {
             mark();
         }
     }
@@ -30,11 +36,38 @@ void requestPainting(Mark mark) {
 using Drawing = void (*)(id, SEL, NSRect);
 
 Drawing drawingOfKnob = nullptr;
+Drawing drawingOfSwitch = nullptr;
+Drawing drawingOfBackground = nullptr;
 
+// What a knob without a frame raises would leave AppKit's window in the middle of its painting for
+// good.
 void drawKnob(id self, SEL selector, NSRect dirtyRect) {
+    const int state = stateOfControl(self);
     @try {
         drawingOfKnob(self, selector, dirtyRect);
     } @catch (NSException* exception) {
+    }
+    notePainting(self, dirtyRect, state);
+}
+
+void drawSwitch(id self, SEL selector, NSRect dirtyRect) {
+    const int state = stateOfControl(self);
+    drawingOfSwitch(self, selector, dirtyRect);
+    notePainting(self, dirtyRect, state);
+}
+
+// The background draws all of its picture into whatever it is given. Where a part is painted,
+// AppKit clips to that part, so that the whole view may be given.
+void drawBackground(id self, SEL selector, NSRect dirtyRect) {
+    drawingOfBackground(self, selector, [NSView focusView] == self ? [self bounds] : dirtyRect);
+}
+
+void replaceDrawing(const char* className, Drawing replacement, Drawing& own) {
+    if (own == nullptr) {
+        const Method method =
+            class_getInstanceMethod(objc_getClass(className), @selector(drawRect:));
+        own = reinterpret_cast<Drawing>(
+            method_setImplementation(method, reinterpret_cast<IMP>(replacement)));
     }
 }
 
@@ -43,7 +76,29 @@ void drawKnob(id self, SEL selector, NSRect dirtyRect) {
 @implementation ControlPoint13 (LinuxHosts)
 
 - (void)setNeedsDisplay:(BOOL)needed {
-    requestPainting([&] { [super setNeedsDisplay:needed]; });
+    askForPainting(self, [&] { [super setNeedsDisplay:needed]; });
+}
+
+@end
+
+@implementation FlatKnob13 (LinuxHosts)
+
+- (void)setNeedsDisplay:(BOOL)needed {
+    askForPainting(self, [&] { [super setNeedsDisplay:needed]; });
+}
+
+@end
+
+@implementation TarnsCustomImageView13 (LinuxHosts)
+
+- (void)setNeedsDisplay:(BOOL)needed {
+    askForPainting(self, [&] { [super setNeedsDisplay:needed]; });
+}
+
+// An enabled control would follow the mouse to its release in a loop of its own, and the host's
+// idle call would not come back before. A button of ours acts at the press.
+- (BOOL)isEnabled {
+    return NO;
 }
 
 @end
@@ -56,17 +111,7 @@ void drawKnob(id self, SEL selector, NSRect dirtyRect) {
 }
 
 - (void)setNeedsDisplay:(BOOL)needed {
-    requestPainting([&] { [super setNeedsDisplay:needed]; });
-}
-
-@end
-
-@implementation TarnsCustomImageView13 (LinuxHosts)
-
-// An enabled control would follow the mouse to its release in a loop of its own, and the host's
-// idle call would not come back before. A button of ours acts at the press.
-- (BOOL)isEnabled {
-    return NO;
+    askForPainting(self, [&] { [super setNeedsDisplay:needed]; });
 }
 
 @end
@@ -96,11 +141,8 @@ void drawKnob(id self, SEL selector, NSRect dirtyRect) {
 
 @end
 
-void containDrawingErrors() {
-    if (drawingOfKnob == nullptr) {
-        const Method method =
-            class_getInstanceMethod(objc_getClass("FlatKnob13"), @selector(drawRect:));
-        drawingOfKnob = reinterpret_cast<Drawing>(
-            method_setImplementation(method, reinterpret_cast<IMP>(drawKnob)));
-    }
+void patchEditorDrawing() {
+    replaceDrawing("FlatKnob13", drawKnob, drawingOfKnob);
+    replaceDrawing("TarnsCustomImageView13", drawSwitch, drawingOfSwitch);
+    replaceDrawing("DetatchedView13", drawBackground, drawingOfBackground);
 }

@@ -3,10 +3,8 @@
 #import <AppKit/AppKit.h>
 
 #include <pthread.h>
-#include <x86intrin.h>
 
 #include <atomic>
-#include <cstdint>
 
 // Which thread AppKit's views may be used on; it is the one that started AppKit otherwise.
 extern "C" NSThread* GSAppKitThread; // NOLINT(readability-identifier-naming): AppKit's
@@ -15,8 +13,6 @@ extern "C" NSThread* GSCurrentThread();
 namespace {
 
 std::atomic<pthread_t> editorThread{};
-std::atomic<std::uint64_t> latestRequest{0};
-bool painting = false;
 
 // AppKit keeps it by thread, and sets it up on the one that starts it.
 void takeOverContext() {
@@ -40,25 +36,6 @@ void takeOverContext() {
 
 + (BOOL)isCurrent {
     return pthread_equal(editorThread.load(std::memory_order_relaxed), pthread_self()) != 0;
-}
-
-+ (void)requestRepaint {
-    if (![self isCurrent] || !painting) {
-        // Clock ticks differ from those of any request before; counting would take a locked sum.
-        latestRequest.store(__rdtsc(), std::memory_order_release);
-    }
-}
-
-+ (std::uint64_t)latestRepaintRequest {
-    return latestRequest.load(std::memory_order_acquire);
-}
-
-+ (void)beginPainting {
-    painting = true;
-}
-
-+ (void)endPainting {
-    painting = false;
 }
 
 @end

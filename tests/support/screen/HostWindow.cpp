@@ -101,6 +101,17 @@ void HostWindow::resizeChild(int width, int height) {
     XSync(display, False);
 }
 
+void HostWindow::smearChild(int left, int top, int width, int height, unsigned long colour) {
+    const Window child = childrenOf(display, window).at(0);
+    XGCValues values{};
+    values.foreground = colour;
+    const GC context = XCreateGC(display, child, GCForeground, &values);
+    XFillRectangle(display, child, context, left, top, static_cast<unsigned>(width),
+                   static_cast<unsigned>(height));
+    XFreeGC(display, context);
+    XSync(display, False);
+}
+
 ScreenPart screenAt(int left, int top) {
     return grabScreen(left, top, HostWindow::kWidth, HostWindow::kHeight);
 }

@@ -44,6 +44,10 @@ public:
     // Gives its only child another size, in pixels.
     void resizeChild(int width, int height);
 
+    // Paints over a part of its only child, as no one does who means the child well: 0xRRGGBB, in
+    // pixels from the child's upper left. It is gone where the child paints itself anew.
+    void smearChild(int left, int top, int width, int height, unsigned long colour);
+
     // What the screen shows where it lies, whatever lies there.
     ScreenPart screen() const { return screenAt(left_, top_); }
 
