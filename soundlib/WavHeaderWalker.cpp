@@ -128,11 +128,13 @@ WavHeaderError walkWavHeader(std::istream& file, WavFileInfo& info, WavFormat& f
 }
 
 WavHeaderError walkWavHeader(const std::string& path, WavFileInfo& info, WavFormat& format) {
-    // A folder opens like a file, and whether a read of it fails differs from system to system.
+    // Opening a pipe waits for who writes to it, and a folder opens like a file.
     struct stat status;
-    const bool isFolder = stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+    if (stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) {
+        return WavHeaderError::kCannotRead;
+    }
     std::ifstream file(path, std::ios::in | std::ios::binary);
-    if (isFolder || !file) {
+    if (!file) {
         return WavHeaderError::kCannotRead;
     }
     const WavHeaderError error = walkWavHeader(file, info, format);

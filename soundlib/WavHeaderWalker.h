@@ -9,7 +9,7 @@
 
 enum class WavHeaderError {
     kNone,
-    kCannotRead,        // no such file, or none that can be read
+    kCannotRead,        // no such file, none that can be read, a pipe or a folder
     kNotWave,           // no RIFF header of type WAVE, or a file shorter than one
     kNoFormatChunk,     // the file ends before one
     kBrokenFormatChunk, // cut short, or its fields contradict each other

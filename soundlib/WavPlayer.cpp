@@ -1,10 +1,10 @@
 #include "soundlib/WavPlayer.h"
 
 #include <algorithm>
-#include <chrono>
 #include <limits>
 
 #include "soundlib/LiveField.h"
+#include "soundlib/Wakeup.h"
 #include "soundlib/WavStreamReaderMaker.h"
 
 // Fills run in the foreground of whichever thread loads: a background fill doesn't tell when it is
@@ -14,10 +14,6 @@
 namespace {
 
 constexpr float kPerStep = 1.0f / 32768.0f;
-
-// `render` wakes the loader without its lock, so a wake-up can be lost; then the loader looks by
-// itself, in time for 8 channels at 192 kHz.
-constexpr std::chrono::milliseconds kLookAgain{5};
 
 } // namespace
 
@@ -44,6 +40,7 @@ WavHeaderError WavPlayer::open(const std::string& path, Loading loading) {
     loadNextIfFree();
     if (loading_ == Loading::kOwnThread && samplesToLoad_ > 0) {
         try {
+            loaderTurn_ = std::make_unique<Wakeup>();
             loader_ = std::thread(&WavPlayer::loadOnOwnThread, this);
         } catch (...) {
             close();
@@ -55,14 +52,12 @@ WavHeaderError WavPlayer::open(const std::string& path, Loading loading) {
 
 void WavPlayer::close() {
     if (loader_.joinable()) {
-        {
-            const std::lock_guard<std::mutex> lock(mutex_);
-            closing_ = true;
-        }
-        bufferPlayed_.notify_one();
+        publish(closing_, true);
+        loaderTurn_->wake();
         loader_.join();
         closing_ = false;
     }
+    loaderTurn_.reset();
     reader_->startedFlag = false;
     reader_->stream.close();
 }
@@ -124,10 +119,9 @@ bool WavPlayer::loadNextIfFree() {
 }
 
 void WavPlayer::loadOnOwnThread() {
-    std::unique_lock<std::mutex> lock(mutex_);
-    while (!closing_ && samplesToLoad_ > 0) {
+    while (!acquire(closing_) && samplesToLoad_ > 0) {
         if (!loadNextIfFree()) {
-            bufferPlayed_.wait_for(lock, kLookAgain);
+            loaderTurn_->wait();
         }
     }
 }
@@ -201,7 +195,7 @@ void WavPlayer::leavePlayedBuffer() {
     reader_->streamCounterA = 0;
     if (loading_ == Loading::kInRender) {
         loadNextIfFree();
-    } else {
-        bufferPlayed_.notify_one();
+    } else if (loaderTurn_) {
+        loaderTurn_->wake();
     }
 }

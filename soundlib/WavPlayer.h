@@ -2,15 +2,15 @@
 #pragma once
 
 #include <array>
-#include <condition_variable>
 #include <cstdint>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <thread>
 
 #include "soundlib/WavHeaderWalker.h"
 #include "soundlib/WavStreamReader.h"
+
+class Wakeup;
 
 // While one buffer plays the other is loaded. What the reader's flags and counters mean here:
 //   startedFlag              the file is playing; false once its last frame has been rendered
@@ -31,7 +31,7 @@ public:
     WavPlayer& operator=(const WavPlayer&) = delete;
 
     // Opens the file at `path` and loads its first pieces, in place of the file before. On an
-    // error the player is closed, as it is when the loading thread can't be started, which throws
+    // error the player is closed, as it is when the loading thread can't be had, which throws
     // std::system_error. Not while `render` runs.
     WavHeaderError open(const std::string& path, Loading loading);
 
@@ -79,7 +79,6 @@ private:
     std::array<Piece, 2> pieces_{};
     std::int64_t samplesToLoad_ = 0;
     std::thread loader_;
-    std::mutex mutex_;
-    std::condition_variable bufferPlayed_;
-    bool closing_ = false; // guarded by mutex_
+    std::unique_ptr<Wakeup> loaderTurn_; // null without a loader
+    bool closing_ = false;
 };

@@ -1,6 +1,8 @@
 // Filters a sound file and draws the filter's response, as designed and as measured.
 #include <algorithm>
+#include <cmath>
 #include <map>
+#include <sstream>
 
 #include "soundlib/BiquadRunner.h"
 #include "soundlib/examples/CommandLine.h"
@@ -20,6 +22,24 @@ struct Settings {
 const std::map<std::string, std::int32_t> kTypes = {
     {"low-pass", 0}, {"high-pass", 1}, {"band-pass", 2}, {"notch", 3},
     {"peak", 4},     {"low-shelf", 5}, {"high-shelf", 6}};
+
+// CLI11's own check passes NaN and answers with both ends of a double's range, digit by digit.
+CLI::Validator aboveZero() {
+    return {[](const std::string& text) {
+                double value = 0.0;
+                const bool isNumber = CLI::detail::lexical_cast(text, value);
+                return isNumber && std::isfinite(value) && value > 0.0
+                           ? std::string()
+                           : std::string("must be a number above 0");
+            },
+            "ABOVE 0"};
+}
+
+std::string shortText(double value) {
+    std::ostringstream text;
+    text << value;
+    return text.str();
+}
 
 void drawResponse(const std::string& path, const BiquadDesigner& filter, const Settings& settings,
                   int sampleRate) {
@@ -50,10 +70,10 @@ int main(int argc, char** argv) {
     app.add_option("output", output, "16-bit WAV file to write")->required();
     app.add_option("--type", settings.type)->check(CLI::IsMember(kTypes))->capture_default_str();
     app.add_option("--frequency", settings.frequency, "in Hz")
-        ->check(CLI::PositiveNumber)
+        ->check(aboveZero())
         ->capture_default_str();
     app.add_option("--q", settings.q, "quality factor; the shelves don't use it")
-        ->check(CLI::PositiveNumber)
+        ->check(aboveZero())
         ->capture_default_str();
     app.add_option("--gain", settings.gain, "in dB; of peak and shelves")
         ->check(CLI::Range(-60.0, 60.0))
@@ -62,7 +82,7 @@ int main(int argc, char** argv) {
     return runExample(app, argc, argv, [&] {
         Sound sound = readSound(input);
         if (settings.frequency >= 0.5 * sound.sampleRate) {
-            throw UserError("--frequency " + std::to_string(settings.frequency) +
+            throw UserError("--frequency " + shortText(settings.frequency) +
                             ": must be below half the sample rate of the file, " +
                             std::to_string(sound.sampleRate / 2) + " Hz");
         }

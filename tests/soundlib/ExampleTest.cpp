@@ -239,6 +239,12 @@ TEST_F(Examples, WrongCommandLinesAreRefused) {
     expectRefusal(FILTER_FILE, files + " --frequency 22050", "22050 Hz");
     expectRefusal(FILTER_FILE, files + " --q 0", "--q");
     expectRefusal(FILTER_FILE, files + " --gain 90", "--gain");
+    for (const char* value : {"0", "-1", "nan", "inf", "1e999", "much"}) {
+        expectRefusal(FILTER_FILE, files + " --q " + value, "--q: must be a number above 0");
+        expectRefusal(FILTER_FILE, files + " --frequency " + value,
+                      "--frequency: must be a number above 0");
+    }
+    expectRefusal(FILTER_FILE, files + " --frequency 1e300", "--frequency 1e+300");
 }
 
 TEST_F(Examples, UnreadableInputIsRefused) {

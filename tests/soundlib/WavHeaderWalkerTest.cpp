@@ -9,6 +9,7 @@
 #include <vector>
 
 #include <sndfile.hh>
+#include <sys/stat.h>
 
 #include "tests/soundlib/WavBytes.h"
 #include "tests/support/Dice.h"
@@ -87,6 +88,19 @@ TEST(WavHeaderWalker, MissingFileAndFolderCantBeRead) {
     EXPECT_EQ(walkWavHeader(folder.file("missing"), info, format), WavHeaderError::kCannotRead);
     EXPECT_EQ(walkWavHeader(folder.file(""), info, format), WavHeaderError::kCannotRead);
     EXPECT_EQ(info.path, "untouched");
+}
+
+// Opening a pipe that nobody writes to would wait for ever.
+TEST(WavHeaderWalker, PipesAndDevicesCantBeRead) {
+    const TemporaryFolder folder;
+    const std::string pipe = folder.file("pipe.wav");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    for (const std::string& path : {pipe, std::string("/dev/zero"), std::string("/dev/null")}) {
+        WavFileInfo info{"untouched", -1};
+        WavFormat format{};
+        EXPECT_EQ(walkWavHeader(path, info, format), WavHeaderError::kCannotRead) << path;
+        EXPECT_EQ(info.path, "untouched");
+    }
 }
 
 TEST(WavHeaderWalker, OtherChunksBeforeBetweenAndBehind) {

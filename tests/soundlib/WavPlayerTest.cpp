@@ -3,12 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <thread>
 #include <vector>
 
 #include <sndfile.hh>
+#include <sys/resource.h>
 
+#include "soundlib/LiveField.h"
 #include "tests/soundlib/WavBytes.h"
 #include "tests/support/Dice.h"
 #include "tests/support/RandomSeed.h"
@@ -200,6 +203,24 @@ TEST_P(WavPlaying, CloseInTheMiddleAndOpenAgain) {
     }
     ASSERT_EQ(player.open(path, GetParam()), WavHeaderError::kNone);
     EXPECT_EQ(play(player, 512).left, expected(path).left);
+}
+
+TEST(WavPlayer, NothingWakesWhileNobodyPlays) {
+    const TemporaryFolder folder;
+    WavPlayer player;
+    ASSERT_EQ(player.open(writeFile(folder, 2, 300000), Loading::kOwnThread),
+              WavHeaderError::kNone);
+    while (!readLive(player.reader().streamFlagB)) {
+        std::this_thread::yield();
+    }
+    const auto turns = [] {
+        rusage usage;
+        getrusage(RUSAGE_SELF, &usage);
+        return usage.ru_nvcsw;
+    };
+    const long before = turns();
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    EXPECT_LE(turns() - before, 10); // this thread's own sleep, and what the system adds
 }
 
 INSTANTIATE_TEST_SUITE_P(Loading, WavPlaying,
