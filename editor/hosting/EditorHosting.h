@@ -9,8 +9,8 @@ struct NSView;
 #endif
 class tveditor13;
 
-// Makes AppKit ready for views and begins a use of them. False where nothing can be shown; AppKit is
-// then out of bounds. A second begin changes nothing.
+// Makes AppKit ready for views and begins a use of them. False where nothing can be shown; AppKit
+// is then out of bounds. A second begin changes nothing.
 bool prepareEditorViews();
 // Ends that use, as `editorShown` does.
 void finishEditorViews();

@@ -1,7 +1,7 @@
 #include "tests/resources/ControlPlaces.h"
-#include "tests/support/screen/Picture.h"
 #include "tests/support/Process.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/screen/Picture.h"
 
 #include <gtest/gtest.h>
 

@@ -3,8 +3,8 @@
 #include "tests/soak/AudioThread.h"
 #include "tests/soak/AutomationThread.h"
 #include "tests/soak/MemoryBook.h"
-#include "tests/support/ProcessMemory.h"
 #include "tests/soak/UserSession.h"
+#include "tests/support/ProcessMemory.h"
 #include "tests/support/screen/XServer.h"
 
 #include "plugin/vst2/EffectOpcodes.h"
