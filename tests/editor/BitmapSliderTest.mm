@@ -15,18 +15,36 @@ struct SliderReport {
     int32_t index;
     id value;
     id object;
+    int drawings; // of the track at that moment
 };
+
+// A picture that counts how often it is drawn.
+@interface CountedPicture : NSImage {
+@public
+    int drawings;
+}
+@end
+
+@implementation CountedPicture
+
+- (void)drawInRect:(NSRect)target {
+    ++drawings;
+    [super drawInRect:target];
+}
+
+@end
 
 @interface SliderReports : NSObject <FlatKnobProtocol> {
 @public
     std::vector<SliderReport> reports;
+    CountedPicture* track; // may be nil
 }
 @end
 
 @implementation SliderReports
 
 - (void)knobUpdatedWithIndex:(int32_t)index withValue:(id)value withObject:(id)object {
-    reports.push_back({index, value, object});
+    reports.push_back({index, value, object, track != nil ? track->drawings : 0});
 }
 
 @end
@@ -168,6 +186,23 @@ TEST_F(BitmapSlider, ReportsEachRepaintWithoutAnyChange) {
     EXPECT_EQ([slider floatValue], 0.5f);
 }
 
+TEST_F(BitmapSlider, ReportsARepaintOnceItIsDrawn) {
+    CountedPicture* const track =
+        [[[CountedPicture alloc] initWithSize:NSMakeSize(30, 10)] autorelease];
+    delegate->track = track;
+    TarnsCustomSlider13* const counted =
+        [[[TarnsCustomSlider13 alloc] initWithFrameandImage:NSMakeRect(10, 8, 150, 24)
+                                            backgroundImage:track
+                                                  knobImage:nil] autorelease];
+    [counted setDelegate:delegate];
+    ViewWindow window(counted, NSMakeSize(170, 40));
+    track->drawings = 0;
+    delegate->reports.clear();
+    window.repaint();
+    ASSERT_EQ(delegate->reports.size(), 1u);
+    EXPECT_EQ(delegate->reports[0].drawings, 1);
+}
+
 TEST_F(BitmapSlider, ReportsNothingBeforeItIsRepainted) {
     ViewWindow window(slider, NSMakeSize(170, 40));
     delegate->reports.clear();
@@ -244,6 +279,34 @@ TEST_F(BitmapSlider, PutsTheKnobsPictureWhereTheKnobIsDrawn) {
     const int x = static_cast<int>(corner.x);
     const int y = static_cast<int>(corner.y);
     EXPECT_EQ(boxOf(kBlue, window.screen()), (PixelBox{x, y, x + 6, y + 6, 36}));
+}
+
+TEST_F(BitmapSlider, CellDrawsTheKnobIntoItsViewWhereverTheFocusIs) {
+    ViewWindow window(slider, NSMakeSize(170, 40));
+    ASSERT_EQ([NSView focusView], nil);
+    [[slider cell] drawKnob:NSMakeRect(40, 2, 11, 9)];
+    EXPECT_EQ([NSView focusView], nil);
+    [[slider window] flushWindow];
+    const NSPoint corner = [slider convertPoint:NSMakePoint(44, 7) toView:nil];
+    EXPECT_EQ(
+        pixelAt(window.screen(), static_cast<int>(corner.x) + 1, static_cast<int>(corner.y) + 1),
+        kBlue);
+}
+
+TEST_F(BitmapSlider, ShowsWhatLiesBelowTheTransparentPartsOfItsPictures) {
+    TarnsCustomSlider13* const clear = [[[TarnsCustomSlider13 alloc]
+        initWithFrameandImage:NSMakeRect(0, 0, 150, 21)
+              backgroundImage:transparentAtTheLeft([NSColor redColor], NSMakeSize(150, 21))
+                    knobImage:transparentAtTheLeft([NSColor blueColor], NSMakeSize(13, 13))]
+        autorelease];
+    ViewWindow window(clear, NSMakeSize(150, 21));
+    const ScreenPart shown = window.screen();
+    EXPECT_EQ(pixelAt(shown, 20, 10), kWindowGrey);
+    EXPECT_EQ(pixelAt(shown, 130, 10), kRed);
+    [clear setDoubleValue:1.0]; // the knob's left edge at 133
+    window.repaint();
+    EXPECT_EQ(pixelAt(window.screen(), 135, 10), kRed);
+    EXPECT_EQ(pixelAt(window.screen(), 143, 10), kBlue);
 }
 
 TEST_F(BitmapSlider, CellKeepsThePicturesItIsGiven) {

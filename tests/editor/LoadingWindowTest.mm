@@ -26,6 +26,62 @@ std::string textOf(NSString* text) {
     return [text UTF8String];
 }
 
+struct WindowRequest {
+    NSRect content;
+    NSUInteger style;
+    NSBackingStoreType backing;
+    BOOL deferred;
+    NSScreen* screen;
+};
+
+using WindowInitialiser = id (*)(id, SEL, NSRect, NSUInteger, NSBackingStoreType, BOOL, NSScreen*);
+using WindowOrder = void (*)(id, SEL, id);
+
+// How windows are made and first shown as long as it lives.
+class WindowRequests {
+public:
+    WindowRequests()
+        : initialiser_(replaced(kInitialiser, reinterpret_cast<IMP>(noteInitialiser))),
+          order_(replaced(@selector(makeKeyAndOrderFront:), reinterpret_cast<IMP>(noteOrder))) {
+        current = this;
+    }
+    ~WindowRequests() {
+        replaced(kInitialiser, initialiser_);
+        replaced(@selector(makeKeyAndOrderFront:), order_);
+        current = nullptr;
+    }
+    WindowRequests(const WindowRequests&) = delete;
+    WindowRequests& operator=(const WindowRequests&) = delete;
+
+    std::vector<WindowRequest> made;
+    std::vector<id> madeKeyAndFront;
+
+private:
+    inline static const SEL kInitialiser = @selector(initWithContentRect:
+                                                               styleMask:backing:defer:screen:);
+    inline static WindowRequests* current = nullptr;
+
+    static id noteInitialiser(id self, SEL selector, NSRect content, NSUInteger style,
+                              NSBackingStoreType backing, BOOL deferred, NSScreen* screen) {
+        current->made.push_back({content, style, backing, deferred, screen});
+        return reinterpret_cast<WindowInitialiser>(current->initialiser_)(
+            self, selector, content, style, backing, deferred, screen);
+    }
+
+    static void noteOrder(id self, SEL selector, id sender) {
+        current->madeKeyAndFront.push_back(self);
+        reinterpret_cast<WindowOrder>(current->order_)(self, selector, sender);
+    }
+
+    static IMP replaced(SEL selector, IMP implementation) {
+        return method_setImplementation(class_getInstanceMethod([NSWindow class], selector),
+                                        implementation);
+    }
+
+    const IMP initialiser_;
+    const IMP order_;
+};
+
 NSScreen* noScreen(id self, SEL selector) {
     return nil;
 }
@@ -58,6 +114,43 @@ private:
 };
 
 } // namespace
+
+// Counts the passes of the event loop for one window alone.
+@interface ModalPasses : NSObject {
+@public
+    NSWindow* const* window;
+    int passes;
+}
+@end
+
+@implementation ModalPasses
+
+- (void)notePass:(NSTimer*)timer {
+    passes += [NSApp modalWindow] == *window && *window != nil ? 1 : 0;
+}
+
+@end
+
+// Notes what it is asked for.
+@interface NotedLoadingView : lWindowView9 {
+@public
+    std::vector<std::string> noted;
+}
+@end
+
+@implementation NotedLoadingView
+
+- (void)setNeedsDisplay:(BOOL)needed {
+    noted.push_back(needed ? "needs display" : "needs no display");
+    [super setNeedsDisplay:needed];
+}
+
+- (void)drawRect:(NSRect)dirtyRect {
+    noted.push_back("drawn");
+    [super drawRect:dirtyRect];
+}
+
+@end
 
 class LoadingView : public ViewTest {
 protected:
@@ -149,6 +242,15 @@ TEST_F(LoadingView, DrawsItsImageAsLargeAsWhatIsRepaintedFromItsCorner) {
     EXPECT_EQ(pixelAt(whole, 100, 121), kWindowGrey);
 }
 
+TEST_F(LoadingView, ReplacesWhatLiesBelowTheTransparentPartsOfItsImage) {
+    NSImage* const half = transparentAtTheLeft([NSColor redColor], NSMakeSize(250, 121));
+    lWindowView9* const clear = [[[lWindowView9 alloc] initWithImage:half
+                                                            andFrame:[view frame]] autorelease];
+    ViewWindow window(clear, [view frame].size);
+    EXPECT_EQ(pixelAt(window.screen(), 50, 100), (Pixel{0, 0, 0, 255}));
+    EXPECT_EQ(pixelAt(window.screen(), 200, 100), (Pixel{255, 0, 0, 255}));
+}
+
 TEST_F(LoadingView, ShowsItsTextWithoutAnImage) {
     lWindowView9* const bare = [[[lWindowView9 alloc] initWithImage:nil
                                                            andFrame:[view frame]] autorelease];
@@ -216,6 +318,53 @@ TEST_F(LoadingWindowOnScreen, ShowsEachAdvance) {
         EXPECT_EQ(pixelAt(now, 200, 100), pixelAt(first, 200, 100));
         before = now;
     }
+}
+
+TEST_F(LoadingWindowOnScreen, AsksForADeferredWindowOnTheFirstScreen) {
+    LoadingWindow other{};
+    const WindowRequests requests;
+    other.open();
+    ASSERT_EQ(requests.made.size(), 1u);
+    EXPECT_TRUE(NSEqualRects(requests.made[0].content, NSMakeRect(515, 340, 250, 121)));
+    EXPECT_EQ(requests.made[0].style, 0u);
+    EXPECT_EQ(requests.made[0].backing, NSBackingStoreBuffered);
+    EXPECT_TRUE(requests.made[0].deferred);
+    EXPECT_EQ(requests.made[0].screen, [[NSScreen screens] objectAtIndex:0]);
+    EXPECT_THAT(requests.madeKeyAndFront, ElementsAre(other.window));
+    other.close();
+}
+
+TEST_F(LoadingWindowOnScreen, GivesTheEventLoopAPassForItselfAloneAtEachCall) {
+    LoadingWindow other{};
+    ModalPasses* const passes = [[[ModalPasses alloc] init] autorelease];
+    passes->window = &other.window;
+    NSTimer* const timer = [NSTimer timerWithTimeInterval:0.0001
+                                                   target:passes
+                                                 selector:@selector(notePass:)
+                                                 userInfo:nil
+                                                  repeats:YES];
+    [[NSRunLoop currentRunLoop] addTimer:timer forMode:NSModalPanelRunLoopMode];
+    other.open();
+    EXPECT_GE(passes->passes, 1);
+    passes->passes = 0;
+    other.advance();
+    EXPECT_GE(passes->passes, 1);
+    passes->passes = 0;
+    other.close();
+    EXPECT_EQ(passes->passes, 0);
+    [timer invalidate];
+}
+
+TEST_F(LoadingWindowOnScreen, MarksItsViewBeforeItPaints) {
+    NotedLoadingView* const noted =
+        [[[NotedLoadingView alloc] initWithImage:nil andFrame:[view() frame]] autorelease];
+    [loading.window setContentView:noted];
+    [loading.window display];
+    noted->noted.clear();
+    loading.advance();
+    ASSERT_GE(noted->noted.size(), 2u);
+    EXPECT_EQ(noted->noted[0], "needs display");
+    EXPECT_EQ(noted->noted[1], "drawn");
 }
 
 TEST_F(LoadingWindowOnScreen, KeepsNoModalSessionBetweenCalls) {

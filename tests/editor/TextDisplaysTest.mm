@@ -9,9 +9,20 @@
 
 #include <gmock/gmock.h>
 
+#include <vector>
+
+#include <dlfcn.h>
+
 using testing::ElementsAre;
 
 namespace {
+
+struct Filling {
+    NSRect place;
+    NSCompositingOperation operation;
+};
+
+std::vector<Filling> fillings; // since the latest test began
 
 const NSSize kWide = {620, 260};
 
@@ -31,6 +42,14 @@ id attribute(const DrawnText& drawn, NSString* name) {
 }
 
 } // namespace
+
+// AppKit's own, in front of it for the whole program.
+void NSRectFillUsingOperation(NSRect place, NSCompositingOperation operation) {
+    fillings.push_back({place, operation});
+    static const auto inherited = reinterpret_cast<decltype(&NSRectFillUsingOperation)>(
+        dlsym(RTLD_NEXT, "NSRectFillUsingOperation"));
+    inherited(place, operation);
+}
 
 class LevelDisplay : public ViewTest {
 protected:
@@ -111,6 +130,19 @@ TEST_F(LevelDisplay, LeavesWhatLiesBehindAsItWas) {
     ViewWindow window(view, kWide);
     EXPECT_EQ(inkIn(window.screen(), 0, 0, 620, 230), 0);
     EXPECT_EQ(inkIn(window.screen(), 0, 230, 118, 30), 0);
+}
+
+TEST_F(LevelDisplay, FillsWhatIsRepaintedWithNothingFirst) {
+    ViewWindow window(view, kWide);
+    fillings.clear();
+    const NSRect part = NSMakeRect(100, 220, 300, 30);
+    [view lockFocus];
+    [view drawRect:part];
+    [view unlockFocus];
+    ASSERT_EQ(fillings.size(), 1u);
+    EXPECT_TRUE(NSEqualRects(fillings[0].place, part));
+    EXPECT_EQ(fillings[0].operation, NSCompositeSourceOver);
+    EXPECT_EQ(inkIn(window.screen(), 0, 0, 620, 230), 0);
 }
 
 TEST_F(LevelDisplay, WithdrawsWhatRepaintIsPending) {

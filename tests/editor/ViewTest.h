@@ -18,6 +18,8 @@ private:
 
 // A picture of one colour.
 NSImage* plainImage(NSColor* colour, NSSize size);
+// The same, with nothing in its left half.
+NSImage* transparentAtTheLeft(NSColor* colour, NSSize size);
 
 // An instance variable by its name, which the class must have.
 template <typename Value>

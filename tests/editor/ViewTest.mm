@@ -26,6 +26,15 @@ NSImage* plainImage(NSColor* colour, NSSize size) {
     return image;
 }
 
+NSImage* transparentAtTheLeft(NSColor* colour, NSSize size) {
+    NSImage* const image = [[[NSImage alloc] initWithSize:size] autorelease];
+    [image lockFocus];
+    [colour set];
+    NSRectFill(NSMakeRect(size.width / 2, 0, size.width / 2, size.height));
+    [image unlockFocus];
+    return image;
+}
+
 bool sameColour(NSColor* one, NSColor* other) {
     NSColor* const first = [one colorUsingColorSpaceName:NSCalibratedRGBColorSpace];
     NSColor* const second = [other colorUsingColorSpaceName:NSCalibratedRGBColorSpace];

@@ -227,6 +227,15 @@ TEST(WavStreamReader, OffsetIsReadWhenTheFileIsOpenedOnly) {
     EXPECT_EQ(bytesOf(fixture.first), filledFrom(bytes, 10 + kFillBytes));
 }
 
+TEST(WavStreamReader, SeekToANegativeOffsetFails) {
+    StreamFixture fixture;
+    fixture.writeRandomFile("a", 3 * kFillBytes, -7);
+    fixture.reader.start(&fixture.info, kForeground);
+    EXPECT_EQ(bytesOf(fixture.first), filledFrom("", 0));
+    EXPECT_TRUE(fixture.reader.stream.fail());
+    EXPECT_FALSE(fixture.reader.stream.eof()); // as after a seek beyond the end
+}
+
 TEST(WavStreamReader, FileStaysOpenAfterTheLastFill) {
     StreamFixture fixture;
     fixture.writeRandomFile("a", 100, 0);
