@@ -7,6 +7,7 @@
 #include "host/commands/InfoCommand.h"
 #include "host/commands/ListCommand.h"
 #include "host/commands/PlotCommand.h"
+#include "host/commands/PresetCommand.h"
 #include "host/commands/RenderCommand.h"
 #include "host/commands/SnapshotCommand.h"
 
@@ -68,6 +69,7 @@ int runCommandLine(int argc, const char* const* argv) {
     add(std::make_unique<PlotCommand>());
     add(std::make_unique<EditCommand>());
     add(std::make_unique<SnapshotCommand>());
+    add(std::make_unique<PresetCommand>());
 
     try {
         app.parse(argc, argv);

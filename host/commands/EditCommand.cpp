@@ -27,8 +27,7 @@ int framesIn(Clock::duration time) {
 CLI::App* EditCommand::declare(CLI::App& app) {
     CLI::App* const command = app.add_subcommand("edit", "Show an effect's editor in a window");
     options_.declarePlugin(*command);
-    options_.declareProgram(*command);
-    options_.declareSets(*command);
+    options_.declareSettings(*command);
     command->footer("The effect runs, on silence, until the window is closed or Ctrl-C.\n"
                     "\n"
                     "  tvhost edit --program Canyon");

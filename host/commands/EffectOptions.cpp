@@ -1,26 +1,29 @@
 #include "host/commands/EffectOptions.h"
 
-#include "host/plugin/PluginPath.h"
-
 namespace tvhost {
 
-void EffectOptions::declarePlugin(CLI::App& command) {
-    command.add_option("--plugin", plugin, kPluginHelp)->type_name("PLUGIN");
+void EffectOptions::declarePlugin(CLI::App& command, const std::string& help) {
+    command.add_option("--plugin", plugin, help)->type_name("PLUGIN");
 }
 
-CLI::Option* EffectOptions::declareProgram(CLI::App& command) {
-    return command
-        .add_option("--program", settings.program, "Program to select, counted from 0 or by name")
-        ->type_name("NUMBER|NAME");
-}
-
-void EffectOptions::declareSets(CLI::App& command) {
+EffectOptions::SettingOptions EffectOptions::declareSettings(CLI::App& command) {
+    SettingOptions options{};
+    options.program = command
+                          .add_option("--program", settings.program,
+                                      "Program to select, counted from 0 or by name")
+                          ->type_name("NUMBER|NAME");
+    options.preset = command
+                         .add_option("--preset", settings.preset,
+                                     "Preset file to load after --program: a program (.fxp) or a "
+                                     "bank (.fxb)")
+                         ->type_name("FILE");
     command
         .add_option("--set", settings.sets,
                     "Set a parameter, by name or number, to a value from 0 to 1; may be repeated, "
-                    "done in the order given and after --program")
+                    "done in the order given and after --program and --preset")
         ->type_name("NAME=VALUE")
         ->allow_extra_args(false);
+    return options;
 }
 
 std::shared_ptr<const PluginModule> EffectOptions::load() const {

@@ -2,7 +2,8 @@
 #pragma once
 
 #include "host/plugin/EffectInstance.h"
-#include "host/plugin/EffectSettings.h"
+#include "host/plugin/PluginPath.h"
+#include "host/presets/EffectSettings.h"
 
 #include <CLI/App.hpp>
 
@@ -15,9 +16,13 @@ struct EffectOptions {
     std::string plugin; // as given; empty for the default one
     EffectSettings settings;
 
-    void declarePlugin(CLI::App& command);
-    CLI::Option* declareProgram(CLI::App& command);
-    void declareSets(CLI::App& command);
+    void declarePlugin(CLI::App& command, const std::string& help = kPluginHelp);
+    // --program, --preset and --set.
+    struct SettingOptions {
+        CLI::Option* program;
+        CLI::Option* preset;
+    };
+    SettingOptions declareSettings(CLI::App& command);
 
     // Loads the plug-in; each effect made from it is a new one. Throws UserError.
     std::shared_ptr<const PluginModule> load() const;

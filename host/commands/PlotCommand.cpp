@@ -18,9 +18,10 @@ CLI::App* PlotCommand::declare(CLI::App& app) {
         ->required()
         ->type_name("");
     options_.declarePlugin(*command);
-    CLI::Option* const program = options_.declareProgram(*command);
-    options_.declareSets(*command);
-    command->add_flag("--all", all_, "Draw all programs on one sheet")->excludes(program);
+    const EffectOptions::SettingOptions settings = options_.declareSettings(*command);
+    command->add_flag("--all", all_, "Draw all programs on one sheet")
+        ->excludes(settings.program)
+        ->excludes(settings.preset);
     command->footer(
         "Each input in turn gets one sample of 1.0 at 44100 Hz; echoes are found in what comes\n"
         "out, down to -120 dB, and marked with their time and level.\n"

@@ -97,8 +97,7 @@ CLI::App* RenderCommand::declare(CLI::App& app) {
         ->required()
         ->type_name("");
     options_.declarePlugin(*command);
-    options_.declareProgram(*command);
-    options_.declareSets(*command);
+    options_.declareSettings(*command);
     command
         ->add_option("--automate", automation_,
                      "Set a parameter to the value V at the time T, in seconds of the output, and "

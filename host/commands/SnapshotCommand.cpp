@@ -53,8 +53,7 @@ CLI::App* SnapshotCommand::declare(CLI::App& app) {
         app.add_subcommand("snapshot", "Make a picture of an effect's editor");
     command->add_option("OUT", output_, "Picture to write, .png")->required()->type_name("");
     options_.declarePlugin(*command);
-    options_.declareProgram(*command);
-    options_.declareSets(*command);
+    options_.declareSettings(*command);
     command->footer(
         "Without DISPLAY, the editor opens on a display in memory, which Xvfb makes for as long\n"
         "as it takes.\n"

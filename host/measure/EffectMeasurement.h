@@ -3,7 +3,7 @@
 
 #include "host/measure/EchoAnalysis.h"
 #include "host/measure/ImpulseResponse.h"
-#include "host/plugin/EffectSettings.h"
+#include "host/presets/EffectSettings.h"
 
 #include <memory>
 #include <string>

@@ -1,8 +1,8 @@
 // What an effect answers to an impulse, from every input to every output.
 #pragma once
 
-#include "host/plugin/EffectSettings.h"
 #include "host/plugin/PluginModule.h"
+#include "host/presets/EffectSettings.h"
 
 #include <memory>
 #include <vector>

@@ -39,8 +39,12 @@ std::string categoryName(std::int32_t category) {
     return known ? kCategories[category] : "unknown";
 }
 
-// The double whose shortest decimal form is that of the float. JSON has no word for what is not
-// finite.
+std::string orDash(const std::string& text) {
+    return text.empty() ? "-" : text;
+}
+
+} // namespace
+
 nlohmann::ordered_json jsonValue(float value) {
     if (!std::isfinite(value)) {
         return nullptr;
@@ -51,12 +55,6 @@ nlohmann::ordered_json jsonValue(float value) {
     std::from_chars(text, end, result);
     return result;
 }
-
-std::string orDash(const std::string& text) {
-    return text.empty() ? "-" : text;
-}
-
-} // namespace
 
 std::string uniqueIdText(std::int32_t id) {
     std::string text;

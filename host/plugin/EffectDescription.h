@@ -17,6 +17,10 @@ nlohmann::ordered_json describe(const EffectInstance& effect);
 // The same for reading, in aligned columns.
 std::string describeForReading(const EffectInstance& effect);
 
+// The number whose shortest decimal form is that of `value`; null for what is not finite, for which
+// JSON has no word.
+nlohmann::ordered_json jsonValue(float value);
+
 // A unique ID as the four characters that makers give it.
 std::string uniqueIdText(std::int32_t id);
 

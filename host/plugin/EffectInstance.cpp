@@ -108,6 +108,30 @@ void EffectInstance::setProgram(int index) {
     dispatch(effEndSetProgram);
 }
 
+void EffectInstance::setProgramName(const std::string& name) {
+    std::string given = name.substr(0, kVstMaxProgNameLen);
+    dispatch(effSetProgramName, 0, 0, given.data());
+}
+
+std::string EffectInstance::chunk(Scope scope) const {
+    void* bytes = nullptr;
+    const VstIntPtr size = dispatch(effGetChunk, static_cast<VstInt32>(scope), 0, &bytes);
+    return bytes && size > 0
+               ? std::string(static_cast<const char*>(bytes), static_cast<std::size_t>(size))
+               : std::string();
+}
+
+void EffectInstance::setChunk(Scope scope, const std::string& bytes) {
+    std::string given = bytes;
+    dispatch(effSetChunk, static_cast<VstInt32>(scope), static_cast<VstIntPtr>(given.size()),
+             given.data());
+}
+
+bool EffectInstance::acceptsPreset(Scope scope, VstPatchChunkInfo info) const {
+    return dispatch(scope == Scope::kBank ? effBeginLoadBank : effBeginLoadProgram, 0, 0, &info) !=
+           -1;
+}
+
 void EffectInstance::requireAudio() const {
     const auto fits = [](int channels) { return channels == 1 || channels == 2; };
     if (effect_->numInputs == 0) {

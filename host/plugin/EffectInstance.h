@@ -5,6 +5,7 @@
 #include "host/plugin/HostCallback.h"
 #include "host/plugin/PluginModule.h"
 #include "plugin/vst2/AEffect.h"
+#include "plugin/vst2/Records.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -53,6 +54,20 @@ public:
     int currentProgram() const { return number(effGetProgram); }
     void setProgram(int index);
     std::vector<std::string> programNames() const { return names_; }
+    // Of the current program.
+    std::string programName() const { return text(effGetProgramName); }
+    // At most as long as the interface allows; the rest is left away.
+    void setProgramName(const std::string& name);
+
+    // What is kept or loaded at once, by the interface's own numbers.
+    enum class Scope : VstInt32 { kBank = 0, kProgram = 1 };
+    // Whether the effect keeps its state in chunks. Without it, the calls for chunks do nothing.
+    bool keepsChunks() const { return (effect_->flags & effFlagsProgramChunks) != 0; }
+    std::string chunk(Scope scope) const;
+    void setChunk(Scope scope, const std::string& bytes);
+    // Whether the effect takes a preset like this, which it is told before it comes; one that
+    // doesn't know does.
+    bool acceptsPreset(Scope scope, VstPatchChunkInfo info) const;
 
     // Throws UserError unless the effect takes one or two channels, gives one or two and can write
     // over its output buffers.

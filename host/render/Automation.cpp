@@ -3,7 +3,7 @@
 #include "host/base/NumberText.h"
 #include "host/base/UserError.h"
 #include "host/plugin/EffectLookup.h"
-#include "host/plugin/EffectSettings.h"
+#include "host/presets/EffectSettings.h"
 
 #include <algorithm>
 #include <cmath>

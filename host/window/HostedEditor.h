@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host/plugin/EffectInstance.h"
-#include "host/plugin/EffectSettings.h"
+#include "host/presets/EffectSettings.h"
 #include "host/window/EditorWindow.h"
 
 #include <vector>

@@ -41,6 +41,12 @@ public:
         writeSound(file("nan.wav"), nan);
         writeFile(file("text.wav"), "This is no sound file at all, although it is called one.");
         writeFile(file("zero.wav"), "");
+        // Of another plug-in, with no parameters.
+        writeFile(file("other.fxp"), std::string("CcnK\0\0\0\x30"
+                                                 "FxCk\0\0\0\1"
+                                                 "Abcd\0\0\0\1\0\0\0\0",
+                                                 28) +
+                                         std::string(28, '\0'));
         writeFile(file("text.so"), "no shared object");
         fs::create_directory(folder_.path() / "folder.wav");
         fs::create_directory(folder_.path() / "bundle.vst");
@@ -177,6 +183,34 @@ const std::vector<Row> kRows = {
      "returned null",
      "VST 2.4"},
 
+    // Presets.
+    render("NoSuchPreset", {"--preset", "{dir}/none.fxp"}, "no file {dir}/none.fxp",
+           "give a preset"),
+    render("PresetIsAFolder", {"--preset", "{dir}/folder.wav"}, "not an ordinary file",
+           "give a preset"),
+    render("PresetIsASound", {"--preset", "{dir}/in.wav"}, "does not begin with CcnK",
+           "give a preset"),
+    render("PresetIsEmpty", {"--preset", "{dir}/zero.wav"}, "is cut short", "give a preset"),
+    render("PresetIsAnothers", {"--preset", "{dir}/other.fxp"}, "belongs to the plug-in \"Abcd\"",
+           "give a preset of Gain"),
+    {"SaveIsNoPreset",
+     {"preset", "save", "{dir}/old.wav", "--plugin", "{Gain}"},
+     "not the name",
+     ".fxp for a program or .fxb for a bank"},
+    {"SaveFolderIsMissing",
+     {"preset", "save", "{dir}/none/a.fxp", "--plugin", "{Gain}"},
+     "No such file or directory",
+     "give a file in a folder"},
+    {"ShowOfAnothers",
+     {"preset", "show", "{dir}/other.fxp", "--plugin", "{Gain}"},
+     "belongs to the plug-in",
+     "give a preset of Gain"},
+    {"PresetWithoutACommand", {"preset"}, "subcommand", "tvhost preset --help"},
+    {"PlotAllOfAPreset",
+     {"plot", "{dir}/old.svg", "--plugin", "{Gain}", "--all", "--preset", "{dir}/other.fxp"},
+     "excludes",
+     "tvhost plot --help"},
+
     {"ListOfNoFolder", {"list", "{dir}/none"}, "no folder {dir}/none", "give one"},
     {"ListOfNoJobs", {"list", "{dir}", "--jobs", "0"}, "--jobs 0", "from 1 to 256"},
     {"ListOfHalfAJob", {"list", "{dir}", "--jobs", "0.5"}, "--jobs 0.5", "from 1 to 256"},
@@ -256,11 +290,14 @@ const std::vector<Row> kRows = {
     render("TailIsNoNumber", {"--tail", "nan"}, "--tail nan", "from 0 to 3600"),
 
     // The command line itself.
-    {"NoCommand", {}, "no command is given", "give info, list, render, plot, edit or snapshot"},
+    {"NoCommand",
+     {},
+     "no command is given",
+     "give info, list, render, plot, edit, snapshot or preset"},
     {"NoSuchCommand",
      {"dance"},
      "no command \"dance\"",
-     "give info, list, render, plot, edit or snapshot"},
+     "give info, list, render, plot, edit, snapshot or preset"},
     {"OptionBeforeTheCommand", {"--loud", "info"}, "--loud", "tvhost info --help"},
     {"NoSuchOption", {"info", "{Gain}", "--loud"}, "--loud", "tvhost info --help"},
     {"NoInput", {"render"}, "IN", "tvhost render --help"},
@@ -361,6 +398,7 @@ TEST(Help, GoesToStandardOutputWithStatusZero) {
     const std::vector<std::vector<std::string>> calls = {
         {"--help"},           {"-h"},
         {"info", "--help"},   {"list", "--help"},
+        {"preset", "--help"}, {"preset", "save", "--help"},
         {"render", "--help"}, {"plot", "--help"},
         {"edit", "--help"},   {"snapshot", "--help"}};
     for (const auto& call : calls) {

@@ -8,11 +8,12 @@
 
 namespace tvhost {
 
-// What a command line says an effect is to be set to: a program, then single parameters in the
-// order given.
+// What a command line says an effect is to be set to: a program, then a preset, then single
+// parameters in the order given.
 struct EffectSettings {
     std::string program;           // number or name; empty leaves the effect's own
     std::vector<std::string> sets; // NAME=VALUE
+    std::string preset = {};       // path of a preset file; empty for none
 
     // Throws UserError when something cannot be had; the effect may then be half set.
     void apply(EffectInstance& effect) const;

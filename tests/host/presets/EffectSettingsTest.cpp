@@ -1,4 +1,4 @@
-#include "host/plugin/EffectSettings.h"
+#include "host/presets/EffectSettings.h"
 
 #include "host/base/UserError.h"
 #include "host/plugin/EffectLookup.h"

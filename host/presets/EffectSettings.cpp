@@ -1,8 +1,10 @@
-#include "host/plugin/EffectSettings.h"
+#include "host/presets/EffectSettings.h"
 
 #include "host/base/NumberText.h"
 #include "host/base/UserError.h"
 #include "host/plugin/EffectLookup.h"
+#include "host/presets/EffectState.h"
+#include "host/presets/PresetFile.h"
 
 namespace tvhost {
 
@@ -17,6 +19,9 @@ float normalisedValue(const std::string& text, const std::string& where) {
 void EffectSettings::apply(EffectInstance& effect) const {
     if (!program.empty()) {
         effect.setProgram(findProgram(effect, program));
+    }
+    if (!preset.empty()) {
+        loadPreset(effect, readPreset(preset), preset);
     }
     for (const std::string& set : sets) {
         // Names may hold the sign, values may not.
