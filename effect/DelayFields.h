@@ -12,6 +12,9 @@ class tveditor13;
 // a lock, while the audio thread reads it; sweepPhase, sineIndex, lastSampleRate and panSide are
 // the audio thread's alone.
 struct DelayFields {
+    static constexpr std::int64_t kDelayCapacity = 192000; // samples of one line
+    static constexpr std::int64_t kSineTableSize = 179692;
+
     tveditor13* uiEditor;   // the base's `editor` in its own type
     bool editorUpdateHold;  // true while the editor sets a parameter: it is not told of it
     DelayProgram* programs; // kNumPrograms

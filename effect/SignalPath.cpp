@@ -1,5 +1,6 @@
 // VstXSynth's signal path, sample by sample. SubBlockPath.cpp holds the same for many samples at
 // once.
+#include "effect/Balance.h"
 #include "effect/LiveField.h"
 #include "effect/VstXSynth.h"
 #include "plugin/Truncation.h"
@@ -35,7 +36,8 @@ void VstXSynth::processReplacing(float** inputs, float** outputs, VstInt32 sampl
                              partlyOverlap(block.inLeft, block.outRight, sampleFrames) ||
                              partlyOverlap(block.inRight, block.outLeft, sampleFrames) ||
                              partlyOverlap(block.inRight, block.outRight, sampleFrames) ||
-                             partlyOverlap(block.outLeft, block.outRight, sampleFrames);
+                             partlyOverlap(block.outLeft, block.outRight, sampleFrames) ||
+                             block.outLeft == block.outRight; // the right one stays
         for (VstInt32 done = 0; done < sampleFrames;) {
             VstInt32 count = inOrder ? 0 : processSubBlock(block, sampleFrames - done);
             if (count == 0) {
@@ -124,14 +126,4 @@ void VstXSynth::processSample(const StereoBlock& block) {
     }
     *block.outLeft = static_cast<float>(outLeft + static_cast<double>(inLeft));
     *block.outRight = static_cast<float>(outRight + static_cast<double>(inRight));
-}
-
-VstXSynth::BalanceGains VstXSynth::balanceGains(double leftRight) {
-    if (leftRight < 0.5) {
-        return {1.0f, static_cast<float>(leftRight + leftRight)};
-    }
-    if (leftRight > 0.5) {
-        return {static_cast<float>(2.0 - (leftRight + leftRight)), 1.0f};
-    }
-    return {1.0f, 1.0f};
 }

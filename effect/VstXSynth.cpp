@@ -2,7 +2,6 @@
 // EditorLink.cpp and Identity.cpp.
 #include "effect/VstXSynth.h"
 
-#include "effect/LiveField.h"
 #include "plugin/Truncation.h"
 
 #include <cmath>
@@ -36,8 +35,6 @@ VstXSynth::VstXSynth(audioMasterCallback host)
     delayPosition = 0;
     sineIndex = 0;
     sweepPhase = 0.0;
-    clearing_ = false;
-    clearings_ = 0;
 
     delayBufferLeft = new float[kDelayCapacity];
     delayBufferRight = new float[kDelayCapacity];
@@ -105,9 +102,7 @@ void VstXSynth::fillSineTable() {
 }
 
 void VstXSynth::clearDelayLines() {
-    writeLive(clearing_, true);
-    writeLive(clearings_, clearings_ + 1);
-    forgetMemory(); // the clearing stays between the marks
+    clearing_.begin();
     constexpr std::size_t kBytes = sizeof(float) * static_cast<std::size_t>(kDelayCapacity);
     if (delayBufferLeft != nullptr) {
         std::memset(delayBufferLeft, 0, kBytes);
@@ -115,6 +110,5 @@ void VstXSynth::clearDelayLines() {
     if (delayBufferRight != nullptr) {
         std::memset(delayBufferRight, 0, kBytes);
     }
-    forgetMemory();
-    writeLive(clearing_, false);
+    clearing_.end();
 }

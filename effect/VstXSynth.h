@@ -3,7 +3,9 @@
 #pragma once
 
 #include "effect/DelayFields.h"
+#include "effect/LineClearing.h"
 #include "effect/ParameterIndex.h"
+#include "effect/StereoBlock.h"
 #include "plugin/AudioEffectX.h"
 
 #include <cstdint>
@@ -13,9 +15,6 @@
 // are neither clamped nor smoothed.
 class VstXSynth : public AudioEffectX, public DelayFields {
 public:
-    static constexpr std::int64_t kDelayCapacity = 192000; // samples of one line
-    static constexpr std::int64_t kSineTableSize = 179692;
-
     // Makes all buffers, applies program 0 and makes the editor, closed. `host` may be null. A
     // failed allocation leaves as an exception.
     explicit VstXSynth(audioMasterCallback host);
@@ -58,26 +57,6 @@ public:
     void setDelay(float value);
 
 private:
-    struct BalanceGains {
-        float toLeft;
-        float toRight;
-    };
-
-    // The samples of a block that are still to come.
-    struct StereoBlock {
-        const float* inLeft;
-        const float* inRight;
-        float* outLeft;
-        float* outRight;
-
-        void advance(VstInt32 frames) {
-            inLeft += frames;
-            inRight += frames;
-            outLeft += frames;
-            outRight += frames;
-        }
-    };
-
     void makeLowPassPair();
     void makeHighPassPair();
     void fillSineTable();
@@ -86,14 +65,10 @@ private:
     void makeEditor();
     void notifyEditor(VstInt32 index, float value);
 
-    static BalanceGains balanceGains(double leftRight);
     void followSampleRate();
     void updateSweep();
     void processSample(const StereoBlock& block);
     VstInt32 processSubBlock(const StereoBlock& block, VstInt32 frames);
 
-    // What a block that meets a clearing of the lines goes by. Two threads that clear at once may
-    // lose a count or lower the flag too early; nothing of that outlasts the clearing.
-    bool clearing_;
-    std::uint32_t clearings_; // how many have been begun
+    LineClearing clearing_;
 };

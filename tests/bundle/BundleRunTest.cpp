@@ -69,8 +69,8 @@ bool needsMoreThanMemory(VstInt32 opcode) {
 
 class BundleScripts : public testing::TestWithParam<std::uint64_t> {};
 
-const char* const kAvxKernel = "__Z17renderSubBlockAvxR8SubBlockRK11DelayFieldsS3_";
-const char* const kSse2Kernel = "__Z18renderSubBlockSse2R8SubBlockRK11DelayFieldsS3_";
+const char* const kAvxKernel = "__Z17renderSubBlockAvxR8SubBlock";
+const char* const kSse2Kernel = "__Z18renderSubBlockSse2R8SubBlock";
 
 // Where the code keeps which kernel it takes.
 void** kernelChoice() {

@@ -1,5 +1,6 @@
 // Writes of another thread while a block runs. The audio thread is held at a chosen input sample
 // until the write is done, so that each run is the same.
+#include "effect/LiveField.h"
 #include "effect/SubBlock.h"
 #include "effect/VstXSynth.h"
 #include "tests/effect/EffectState.h"
@@ -25,17 +26,36 @@ namespace {
 constexpr std::size_t kFrames = 9000;
 constexpr std::size_t kSoon = 300; // where most wrong guesses show already
 
+// How much later a change is heard than at the sample in hand: another look at the fields is at
+// most 16 frames away, and the steps of the path are up to 20 apart.
+constexpr std::size_t kHeardWithin = 40;
+
 // What is written, to the effect and to the model alike.
 struct LiveWrite {
     std::string name;
     std::function<void(VstXSynth&)> toEffect;
     std::function<void(ReferenceDelay&)> toModel;
+    // How far from the sample in hand it may be heard. A clearing of the lines takes the whole
+    // sub-block that it meets with it.
+    std::size_t before = kMaxSubBlock;
+    std::size_t within = kMaxSubBlock;
 };
 
 LiveWrite parameterWrite(VstInt32 index, float value) {
     return {"setParameter(" + std::to_string(index) + ", " + std::to_string(value) + ")",
             [=](VstXSynth& effect) { effect.setParameter(index, value); },
-            [=](ReferenceDelay& model) { model.setParameter(index, value); }};
+            [=](ReferenceDelay& model) { model.setParameter(index, value); },
+            index == kDelay ? std::size_t{kMaxSubBlock} : std::size_t{kSubBlockStep},
+            index == kDelay ? std::size_t{kMaxSubBlock} : kHeardWithin};
+}
+
+LiveWrite gainWrite(FourPoleFilter* DelayFields::* filter, double FourPoleFilter::* gain,
+                    ReferenceFilter ReferenceDelay::* modelFilter,
+                    double ReferenceFilter::* modelGain, double value) {
+    return {"a gain of " + std::to_string(value),
+            [=](VstXSynth& effect) { writeLive(effect.*filter->*gain, value); },
+            [=](ReferenceDelay& model) { model.*modelFilter.*modelGain = value; }, kSubBlockStep,
+            kHeardWithin};
 }
 
 LiveWrite programWrite(VstInt32 program) {
@@ -64,7 +84,7 @@ void runModel(ReferenceDelay& model, const std::vector<float>& left,
 }
 
 // Empty when the block came out as if the write had been done before one of the samples around
-// `trapFrame`: no further off than a sub-block is long.
+// `trapFrame`, no further off than the write says.
 std::string writeWhileRunning(const LiveWrite& write, const Settings& settings,
                               std::size_t trapFrame, std::uint64_t signalSeed) {
     VstXSynth effect(plainHost);
@@ -90,7 +110,7 @@ std::string writeWhileRunning(const LiveWrite& write, const Settings& settings,
         return "the block never reached the write";
     }
 
-    const std::size_t first = trapFrame - kMaxSubBlock;
+    const std::size_t first = trapFrame - write.before;
     std::vector<float> commonLeft;
     std::vector<float> commonRight;
     runModel(model, left, right, 0, first, commonLeft, commonRight);
@@ -98,7 +118,7 @@ std::string writeWhileRunning(const LiveWrite& write, const Settings& settings,
         firstDifference(outRight.data(), commonRight.data(), first) >= 0) {
         return "samples far before the write differ";
     }
-    for (std::size_t candidate = first; candidate <= trapFrame + kMaxSubBlock; ++candidate) {
+    for (std::size_t candidate = first; candidate <= trapFrame + write.within; ++candidate) {
         ReferenceDelay heard = model;
         std::vector<float> expectedLeft = commonLeft;
         std::vector<float> expectedRight = commonRight;
@@ -147,6 +167,34 @@ TEST_P(LiveWrites, ParameterOfAnotherThreadIsHeardWithinTheBlock) {
 
 INSTANTIATE_TEST_SUITE_P(Index, LiveWrites, testing::Range(0, 9));
 
+TEST(LiveWritesOnce, EachGainOfAnotherThreadIsHeardWithinTheBlock) {
+    struct Row {
+        FourPoleFilter* DelayFields::* filter;
+        ReferenceFilter ReferenceDelay::* model;
+    };
+    static constexpr Row kFilters[] = {
+        {&DelayFields::lowPassLeft, &ReferenceDelay::lowPassLeft},
+        {&DelayFields::lowPassRight, &ReferenceDelay::lowPassRight},
+        {&DelayFields::highPassLeft, &ReferenceDelay::highPassLeft},
+        {&DelayFields::highPassRight, &ReferenceDelay::highPassRight}};
+    const std::uint64_t seed = randomSeed(0x1200);
+    SCOPED_TRACE("TVDELAY_TEST_SEED=" + std::to_string(seed));
+    Dice dice(seed);
+    for (const Row& row : kFilters) {
+        for (int round = 0; round < 3; ++round) {
+            const std::pair<double FourPoleFilter::*, double ReferenceFilter::*> gains[] = {
+                {&FourPoleFilter::lowGain, &ReferenceFilter::lowGain},
+                {&FourPoleFilter::midGain, &ReferenceFilter::midGain},
+                {&FourPoleFilter::highGain, &ReferenceFilter::highGain}};
+            const auto trapFrame = static_cast<std::size_t>(dice.between(4000, 7000));
+            ASSERT_EQ(writeWhileRunning(gainWrite(row.filter, gains[round].first, row.model,
+                                                  gains[round].second, 0.125),
+                                        kBusy, trapFrame, dice.bits()),
+                      "");
+        }
+    }
+}
+
 TEST(LiveWritesOnce, ProgramOfAnotherThreadIsHeardWithinTheBlock) {
     const std::uint64_t seed = randomSeed(0x11FF);
     SCOPED_TRACE("TVDELAY_TEST_SEED=" + std::to_string(seed));
@@ -168,7 +216,7 @@ TEST(LiveWritesOnce, ResumeOfAnotherThreadIsHeardWithinTheBlock) {
 }
 
 TEST(LiveWritesOnce, MixOfAnotherThreadIsHeardInTheMiddleOfAVeryLongBlock) {
-    constexpr std::size_t kLong = 8192 * 64;
+    constexpr std::size_t kLong = std::size_t{8192} * 64;
     constexpr std::size_t kMiddle = kLong / 2;
     VstXSynth effect(plainHost);
     for (const auto& [index, value] : Settings{{kDelay, 0.0f},

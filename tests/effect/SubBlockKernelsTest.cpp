@@ -14,6 +14,7 @@
 #include <atomic>
 #include <cstddef>
 #include <cstring>
+#include <functional>
 #include <optional>
 #include <string>
 #include <thread>
@@ -21,7 +22,7 @@
 
 namespace {
 
-enum class Channels { Apart, InPlace, Crossed };
+enum class Channels { kApart, kInPlace, kCrossed };
 
 FourPoleFilter copyOf(const ReferenceFilter& model) {
     FourPoleFilter filter;
@@ -53,8 +54,8 @@ void shake(ReferenceDelay& model, Dice& dice, int frames) {
     model.mix = depth();
     model.feedBack = static_cast<float>(depth());
     model.panSide = dice.oneIn(2);
-    model.delayLength = dice.between(frames + 1, dice.oneIn(2) ? 300 : ReferenceDelay::kCapacity);
-    model.delayPosition = dice.between(0, model.delayLength - frames - 1);
+    model.delayLength = dice.between(frames + 2, dice.oneIn(2) ? 300 : ReferenceDelay::kCapacity);
+    model.delayPosition = dice.between(1, model.delayLength - frames - 1);
     const auto start = static_cast<std::size_t>(model.delayPosition);
     const Signal signal = dice.pick(kSignals);
     fillSignal(signal, dice.bits(), &model.delayBufferLeft[start],
@@ -94,39 +95,27 @@ struct Filters {
     FourPoleFilter highPassRight;
 };
 
-void addPairs(SubBlock& subBlock, const ReferenceDelay& model, Filters& filters, bool inside) {
-    if (model.lowPass > 0.0 && model.lowPassType == inside) {
-        subBlock.pairs[subBlock.pairsRunning++] = {&filters.lowPassLeft, &filters.lowPassRight};
-    }
-    if (model.highPass > 0.0 && model.highPassType == inside) {
-        subBlock.pairs[subBlock.pairsRunning++] = {&filters.highPassLeft, &filters.highPassRight};
-    }
-    if (inside) {
-        subBlock.pairsInside = subBlock.pairsRunning;
-    }
-}
-
 // A sub-block of a shaken model, in memory of its own.
 class SubBlockRun {
 public:
     // `mix` replaces the shaken one.
     SubBlockRun(ReferenceDelay& model, Dice& dice, std::optional<double> mix = std::nullopt)
-        : frames_(static_cast<int>(dice.between(1, kMaxSubBlock))), model_(shaken(model, dice)),
-          filters_(model), lineLeft_(windowOf(model.delayBufferLeft)),
+        : frames_(kSubBlockStep * static_cast<int>(dice.between(1, kMaxSubBlock / kSubBlockStep))),
+          model_(shaken(model, dice)), filters_(model), lineLeft_(windowOf(model.delayBufferLeft)),
           lineRight_(windowOf(model.delayBufferRight)) {
         const auto count = static_cast<std::size_t>(frames_);
-        static constexpr Channels kChannels[] = {Channels::Apart, Channels::InPlace,
-                                                 Channels::Crossed};
+        static constexpr Channels kChannels[] = {Channels::kApart, Channels::kInPlace,
+                                                 Channels::kCrossed};
         switch (dice.pick(kChannels)) {
-        case Channels::Apart:
+        case Channels::kApart:
             outLeft_ = 2 * count;
             outRight_ = 3 * count;
             break;
-        case Channels::InPlace:
+        case Channels::kInPlace:
             outLeft_ = 0;
             outRight_ = count;
             break;
-        case Channels::Crossed:
+        case Channels::kCrossed:
             outLeft_ = count;
             outRight_ = 0;
             break;
@@ -135,46 +124,43 @@ public:
         fillSignal(Signal::Noise, dice.bits(), own_.data(), own_.size());
         expected_ = own_;
 
-        held = DelayFields();
-        held.feedBack = model.feedBack;
-        held.delayLength = model.delayLength;
-        held.delayPosition = model.delayPosition;
-        held.lowPass = model.lowPass;
-        held.highPass = model.highPass;
-        held.lowPassType = model.lowPassType;
-        held.highPassType = model.highPassType;
-        held.leftRight = model.leftRight;
-        held.mix = model.mix = mix.value_or(model.mix);
-        held.panDepth = model.panDepth;
-        live = held;
+        fields.delayBufferLeft = wholeLine(lineLeft_);
+        fields.delayBufferRight = wholeLine(lineRight_);
+        fields.lowPassLeft = &filters_.lowPassLeft;
+        fields.lowPassRight = &filters_.lowPassRight;
+        fields.highPassLeft = &filters_.highPassLeft;
+        fields.highPassRight = &filters_.highPassRight;
+        fields.sineTable = const_cast<double*>(ReferenceDelay::sineTable().data());
+        fields.delayLength = model.delayLength;
+        fields.delayPosition = model.delayPosition;
+        fields.feedBack = model.feedBack;
+        fields.lowPass = model.lowPass;
+        fields.highPass = model.highPass;
+        fields.lowPassType = model.lowPassType;
+        fields.highPassType = model.highPassType;
+        fields.leftRight = model.leftRight;
+        fields.mix = model.mix = mix.value_or(model.mix);
+        fields.panDepth = model.panDepth;
+        fields.panSide = model.panSide;
     }
 
-    // How many frames went through.
-    int render(RenderSubBlock kernel) { return render(kernel, live); }
-    int render(RenderSubBlock kernel, const DelayFields& fields) {
+    // How many frames went through, with `change` between the making of the sub-block and its run.
+    int
+    render(RenderSubBlock kernel, const std::function<void(SubBlockRun&)>& change = [](auto&) {}) {
         const auto count = static_cast<std::size_t>(frames_);
-        subBlock_.frames = frames_;
-        subBlock_.inLeft = own_.data();
-        subBlock_.inRight = own_.data() + count;
-        subBlock_.outLeft = own_.data() + outLeft_;
-        subBlock_.outRight = own_.data() + outRight_;
-        subBlock_.lineLeft = lineLeft_.data() + kMargin;
-        subBlock_.lineRight = lineRight_.data() + kMargin;
-        addPairs(subBlock_, model_, filters_, true);
-        addPairs(subBlock_, model_, filters_, false);
-        subBlock_.feedBack = model_.feedBack;
-        const double twice = model_.leftRight + model_.leftRight;
-        subBlock_.gainToLeft = model_.leftRight > 0.5 ? static_cast<float>(2.0 - twice) : 1.0f;
-        subBlock_.gainToRight = model_.leftRight < 0.5 ? static_cast<float>(twice) : 1.0f;
-        subBlock_.mix = model_.mix;
-        subBlock_.sineTable = ReferenceDelay::sineTable().data();
-        subBlock_.sineTableSize = 179692.0;
-        subBlock_.panDepth = model_.panDepth;
-        subBlock_.panSide = model_.panSide;
-        subBlock_.start = static_cast<VstInt32>(model_.delayPosition);
-        subBlock_.length = static_cast<VstInt32>(model_.delayLength);
-        kernel(subBlock_, fields, held);
+        const StereoBlock block = {own_.data(), own_.data() + count, own_.data() + outLeft_,
+                                   own_.data() + outRight_};
+        if (!makeSubBlock(fields, clearing_, block, frames_, subBlock_) ||
+            subBlock_.frames != frames_) {
+            return -1;
+        }
+        change(*this);
+        kernel(subBlock_);
         return subBlock_.frames;
+    }
+    // The same while another thread may write to `live`.
+    int renderLive(RenderSubBlock kernel, const DelayFields& live) {
+        return render(kernel, [&](SubBlockRun& run) { run.subBlock_.live = &live; });
     }
 
     // Empty when memory and filters are those of the model after so many frames.
@@ -198,17 +184,12 @@ public:
         if (!filters_.sameAs(model_)) {
             difference += "the filters differ; ";
         }
-        if (frames > 0 && (!sameNumber(subBlock_.sweepPhase, model_.sweepPhase) ||
-                           subBlock_.sineIndex != model_.sineIndex)) {
-            difference += "the place of the sweep differs; ";
-        }
         return difference.empty() ? "" : difference + std::to_string(frames) + " frames";
     }
 
     int frames() const { return frames_; }
 
-    DelayFields live;
-    DelayFields held;
+    DelayFields fields{};
 
 private:
     ReferenceDelay& shaken(ReferenceDelay& model, Dice& dice) const {
@@ -227,6 +208,9 @@ private:
         return window;
     }
 
+    // A line of which only the window may be touched.
+    float* wholeLine(std::vector<float>& window) const { return window.data() + kMargin - start_; }
+
     static constexpr std::ptrdiff_t kMargin = 8;
 
     int frames_;
@@ -239,6 +223,7 @@ private:
     std::size_t outRight_ = 0;
     std::vector<float> own_;
     std::vector<float> expected_;
+    LineClearing clearing_;
     SubBlock subBlock_{};
 };
 
@@ -282,21 +267,49 @@ TEST_P(SubBlockKernelsTest, FirstSampleThatFindsAnotherValueIsLeftAlone) {
         ReferenceDelay model;
         for (int round = 0; round < 40; ++round) {
             SubBlockRun run(model, dice);
-            change(run);
-            ASSERT_EQ(run.render(GetParam().render), 0) << name << ", round " << round;
+            ASSERT_EQ(run.render(GetParam().render, change), 0) << name << ", round " << round;
             ASSERT_EQ(run.differenceAfter(0), "") << name << ", round " << round;
         }
     };
-    expectNone("delayLength", [](SubBlockRun& run) { ++run.live.delayLength; });
-    expectNone("delayPosition", [](SubBlockRun& run) { ++run.live.delayPosition; });
-    expectNone("lowPass", [](SubBlockRun& run) { run.live.lowPass += 0.25; });
-    expectNone("highPass", [](SubBlockRun& run) { run.live.highPass += 0.25; });
-    expectNone("lowPassType", [](SubBlockRun& run) { run.live.lowPassType ^= true; });
-    expectNone("highPassType", [](SubBlockRun& run) { run.live.highPassType ^= true; });
-    expectNone("leftRight", [](SubBlockRun& run) { run.live.leftRight += 0.25; });
-    expectNone("mix", [](SubBlockRun& run) { run.live.mix += 0.25; });
-    expectNone("panDepth", [](SubBlockRun& run) { run.live.panDepth += 0.25; });
-    expectNone("feedBack", [](SubBlockRun& run) { run.live.feedBack += 0.25f; });
+    expectNone("delayLength", [](SubBlockRun& run) { ++run.fields.delayLength; });
+    expectNone("delayPosition", [](SubBlockRun& run) { ++run.fields.delayPosition; });
+    expectNone("lowPass", [](SubBlockRun& run) { run.fields.lowPass += 0.25; });
+    expectNone("highPass", [](SubBlockRun& run) { run.fields.highPass += 0.25; });
+    expectNone("lowPassType", [](SubBlockRun& run) { run.fields.lowPassType ^= true; });
+    expectNone("highPassType", [](SubBlockRun& run) { run.fields.highPassType ^= true; });
+    expectNone("leftRight", [](SubBlockRun& run) { run.fields.leftRight += 0.25; });
+    expectNone("mix", [](SubBlockRun& run) { run.fields.mix += 0.25; });
+    expectNone("panDepth", [](SubBlockRun& run) { run.fields.panDepth += 0.25; });
+    expectNone("feedBack", [](SubBlockRun& run) { run.fields.feedBack += 0.25f; });
+}
+
+TEST_P(SubBlockKernelsTest, FirstSampleThatFindsAnotherGainIsLeftAlone) {
+    static constexpr double FourPoleFilter::* kGains[] = {
+        &FourPoleFilter::lowGain, &FourPoleFilter::midGain, &FourPoleFilter::highGain};
+    static constexpr FourPoleFilter* DelayFields::* kFilters[] = {
+        &DelayFields::lowPassLeft, &DelayFields::lowPassRight, &DelayFields::highPassLeft,
+        &DelayFields::highPassRight};
+    const std::uint64_t seed = randomSeed(0x5A);
+    Dice dice(seed);
+    ReferenceDelay model;
+    int seen = 0;
+    for (int round = 0; round < 400; ++round) {
+        SubBlockRun run(model, dice);
+        FourPoleFilter* DelayFields::* const which = dice.pick(kFilters);
+        FourPoleFilter& filter = *(run.fields.*which);
+        const bool lowPass =
+            which == &DelayFields::lowPassLeft || which == &DelayFields::lowPassRight;
+        const bool runs = (lowPass ? run.fields.lowPass : run.fields.highPass) > 0.0;
+        double& gain = filter.*dice.pick(kGains);
+        const double before = gain;
+        const int frames = run.render(GetParam().render, [&](SubBlockRun&) { gain += 0.25; });
+        gain = before;
+        ASSERT_EQ(frames, runs ? 0 : run.frames())
+            << "round " << round << ", TVDELAY_TEST_SEED=" << seed;
+        ASSERT_EQ(run.differenceAfter(frames), "") << "TVDELAY_TEST_SEED=" << seed;
+        seen += runs ? 1 : 0;
+    }
+    EXPECT_GT(seen, 100);
 }
 
 // Another thread flips a field to and fro: wherever a sub-block then ends, all before is as if
@@ -322,16 +335,16 @@ TEST_P(SubBlockKernelsTest, ChangeMeanwhileEndsTheSubBlockCleanly) {
     std::string difference;
     for (int round = 0; round < 3000 && difference.empty(); ++round) {
         SubBlockRun run(model, dice, kHeldMix);
-        live.delayLength = run.held.delayLength;
-        live.delayPosition = run.held.delayPosition;
-        live.lowPass = run.held.lowPass;
-        live.highPass = run.held.highPass;
-        live.lowPassType = run.held.lowPassType;
-        live.highPassType = run.held.highPassType;
-        live.leftRight = run.held.leftRight;
-        live.panDepth = run.held.panDepth;
-        live.feedBack = run.held.feedBack;
-        const int frames = run.render(GetParam().render, live);
+        live.delayLength = run.fields.delayLength;
+        live.delayPosition = run.fields.delayPosition;
+        live.lowPass = run.fields.lowPass;
+        live.highPass = run.fields.highPass;
+        live.lowPassType = run.fields.lowPassType;
+        live.highPassType = run.fields.highPassType;
+        live.leftRight = run.fields.leftRight;
+        live.panDepth = run.fields.panDepth;
+        live.feedBack = run.fields.feedBack;
+        const int frames = run.renderLive(GetParam().render, live);
         difference = frames <= run.frames() ? run.differenceAfter(frames) : "too many frames";
     }
     done = true;

@@ -1,0 +1,79 @@
+#include "effect/SubBlock.h"
+
+#include "effect/Balance.h"
+#include "effect/FieldWatch.h"
+
+#include <algorithm>
+
+namespace {
+
+class PairList {
+public:
+    PairList(SubBlock& subBlock, bool dipsLeft) : subBlock_(subBlock), dipsLeft_(dipsLeft) {
+        subBlock.pairsRunning = 0;
+    }
+
+    void add(FourPoleFilter* left, FourPoleFilter* right) {
+        subBlock_.pairs[subBlock_.pairsRunning++] = {holdFilter(dipsLeft_ ? right : left),
+                                                     holdFilter(dipsLeft_ ? left : right)};
+    }
+
+private:
+    SubBlock& subBlock_;
+    bool dipsLeft_;
+};
+
+} // namespace
+
+bool makeSubBlock(const DelayFields& live, const LineClearing& clearing, const StereoBlock& block,
+                  VstInt32 frames, SubBlock& subBlock) {
+    if (clearing.running()) {
+        return false;
+    }
+    subBlock.clearing = &clearing;
+    subBlock.clearingsBegun = clearing.begun();
+    subBlock.live = &live;
+    subBlock.held = readSampleFields(live);
+    const SampleFields& held = subBlock.held;
+    const std::int64_t start = held.delayPosition;
+    const std::int64_t fitting =
+        std::min<std::int64_t>({held.delayLength - 1 - start, frames, kMaxSubBlock});
+    if (start == 0 || held.delayLength > DelayFields::kDelayCapacity || fitting < kSubBlockStep) {
+        return false;
+    }
+    subBlock.frames = static_cast<VstInt32>(fitting) / kSubBlockStep * kSubBlockStep;
+
+    // Where the next sub-block will begin: after these samples, or after the first of a new pass.
+    const std::int64_t end = start + subBlock.frames;
+    subBlock.nextPosition = end + kSubBlockStep < held.delayLength ? end : 1;
+
+    const BalanceGains gains = balanceGains(held.leftRight);
+    const Side left = {block.inLeft, block.outLeft, live.delayBufferLeft + start,
+                       live.delayBufferLeft + subBlock.nextPosition, gains.toLeft};
+    const Side right = {block.inRight, block.outRight, live.delayBufferRight + start,
+                        live.delayBufferRight + subBlock.nextPosition, gains.toRight};
+    const bool dipsLeft = live.panSide;
+    subBlock.steady = dipsLeft ? right : left;
+    subBlock.dipped = dipsLeft ? left : right;
+
+    PairList pairs(subBlock, dipsLeft);
+    const bool lowPassOn = held.lowPass > 0.0;
+    const bool highPassOn = held.highPass > 0.0;
+    if (lowPassOn && held.lowPassType) {
+        pairs.add(live.lowPassLeft, live.lowPassRight);
+    }
+    if (highPassOn && held.highPassType) {
+        pairs.add(live.highPassLeft, live.highPassRight);
+    }
+    subBlock.pairsInside = subBlock.pairsRunning;
+    if (lowPassOn && !held.lowPassType) {
+        pairs.add(live.lowPassLeft, live.lowPassRight);
+    }
+    if (highPassOn && !held.highPassType) {
+        pairs.add(live.highPassLeft, live.highPassRight);
+    }
+
+    subBlock.sineTable = live.sineTable;
+    subBlock.sineTableSize = static_cast<VstInt32>(DelayFields::kSineTableSize);
+    return true;
+}
