@@ -1,4 +1,4 @@
-#include "tests/bundle/Archive.h"
+#include "tests/packaging/Archive.h"
 
 #include <archive.h>
 #include <archive_entry.h>
