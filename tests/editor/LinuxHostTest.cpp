@@ -1,6 +1,7 @@
 // The built plug-in's editor under what Linux hosts do to it. Nothing here is linked with anything
 // of the plug-in.
 #include "tests/editor/BundleCopy.h"
+#include "tests/editor/GnustepHome.h"
 #include "tests/support/LoadedPlugin.h"
 #include "tests/support/screen/HostedEditor.h"
 #include "tests/support/screen/SlapBack.h"
@@ -452,16 +453,13 @@ TEST_F(LinuxHostOnScreen, SecondFileOfThePluginInTheSameProcess) {
 }
 
 TEST_F(LinuxHostOnScreen, NothingIsWrittenIntoTheUsersHome) {
-    char home[] = "/tmp/tvdelay-home-XXXXXX";
-    ASSERT_NE(mkdtemp(home), nullptr);
-    setenv("HOME", home, 1);
+    const GnustepHome home;
     {
         Effect effect(plugin);
         HostedEditor editor(effect.record);
         EXPECT_TRUE(editor.shows(kSlapBack));
     }
-    EXPECT_TRUE(std::filesystem::is_empty(home));
-    std::filesystem::remove_all(home);
+    EXPECT_TRUE(home.isUntouched());
 }
 
 namespace {

@@ -24,20 +24,25 @@ bool displayIsThere() {
     return true;
 }
 
-// For this process alone; the user's own settings win.
-void registerSettings() {
-    NSDictionary* const settings = [NSDictionary
-        dictionaryWithObjectsAndKeys:
-            // No icon for an application that the user never started.
-            @"YES", @"GSSuppressAppIcon",
-            // No trial windows to measure the window manager's frames: ours have none.
-            @"NO", @"GSBackHandlesWindowDecorations", nil];
-    [[NSUserDefaults standardUserDefaults] registerDefaults:settings];
+// For this process alone, ahead of what the user has set for all GNUstep programs: the host is
+// none.
+void fixSettings() {
+    NSUserDefaults* const defaults = [NSUserDefaults standardUserDefaults];
+    NSMutableDictionary* const settings = [NSMutableDictionary
+        dictionaryWithDictionary:[defaults volatileDomainForName:NSArgumentDomain]];
+    // A point is a pixel of the host's window.
+    [settings setObject:@"1.0" forKey:@"GSScaleFactor"];
+    // No icon for an application that the user never started.
+    [settings setObject:@"YES" forKey:@"GSSuppressAppIcon"];
+    // No trial windows to measure the window manager's frames: ours have none.
+    [settings setObject:@"NO" forKey:@"GSBackHandlesWindowDecorations"];
+    [defaults removeVolatileDomainForName:NSArgumentDomain];
+    [defaults setVolatileDomain:settings forName:NSArgumentDomain];
 }
 
 bool startApplication() {
     @try {
-        registerSettings();
+        fixSettings();
         [NSApplication sharedApplication];
         return GSCurrentServer() != nil;
     } @catch (NSException* exception) {

@@ -198,3 +198,25 @@ std::optional<ScreenPlace> middleOfBars(unsigned long colour, int length) {
     }
     return ScreenPlace{(left + right) / 2, (top + bottom) / 2};
 }
+
+ShownWindowCounter::ShownWindowCounter() : display_(XOpenDisplay(nullptr)) {
+    if (display_ == nullptr) {
+        throw std::runtime_error("no X server");
+    }
+    XSelectInput(display_, DefaultRootWindow(display_), SubstructureNotifyMask);
+    XSync(display_, False);
+}
+
+ShownWindowCounter::~ShownWindowCounter() {
+    XCloseDisplay(display_);
+}
+
+int ShownWindowCounter::count() {
+    XSync(display_, False);
+    XEvent event;
+    while (XPending(display_) > 0) {
+        XNextEvent(display_, &event);
+        count_ += event.type == MapNotify ? 1 : 0;
+    }
+    return count_;
+}

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+struct _XDisplay; // Xlib's own header spoils names that test frameworks use
+
 struct ShownWindow {
     unsigned long handle;
     std::string name;             // empty for a window without one
@@ -46,3 +48,18 @@ struct ScreenPlace {
 // The middle of the bars of exactly this colour, 0xRRGGBB: rows with at least `length` such pixels
 // side by side.
 std::optional<ScreenPlace> middleOfBars(unsigned long colour, int length);
+
+// Counts the windows that are shown on the screen itself, not inside others, from its making on.
+class ShownWindowCounter {
+public:
+    ShownWindowCounter();
+    ~ShownWindowCounter();
+    ShownWindowCounter(const ShownWindowCounter&) = delete;
+    ShownWindowCounter& operator=(const ShownWindowCounter&) = delete;
+
+    int count(); // however short they were there
+
+private:
+    _XDisplay* display_;
+    int count_ = 0;
+};
