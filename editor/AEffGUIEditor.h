@@ -29,7 +29,7 @@ public:
 
     virtual void setParameter(VstInt32 index, float value) {}
     virtual void editorReservedHook() {}
-    // One pass of idle work, at most one in 100 ms: earlier calls run the event loop for 4 ms.
+    // One pass of idle work, at most one in 100 ms: earlier calls wait 4 ms.
     void doIdleStuff() override;
     VstInt32 getKnobMode() override { return knobMode; }
     // Asks a host that can do "sizeWindow" for the new size, in pixels, fractions cut.
@@ -39,7 +39,9 @@ public:
 
     // Milliseconds in steps of a sixtieth of a second. Wraps at 32 bits before the division.
     static std::uint32_t getTicks();
-    static void wait(std::uint32_t ms); // runs the event loop meanwhile
+    // On macOS the event loop runs meanwhile. On Linux the thread sleeps: a host's loop may not be
+    // run from within its own calls, and the editors' events come with idle().
+    static void wait(std::uint32_t ms);
 
     // The bundle that this code was loaded from, owned by the caller; null when there is none.
     static CFBundleRef createEffectBundle();

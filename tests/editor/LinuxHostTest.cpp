@@ -173,6 +173,42 @@ TEST_F(LinuxHostOnScreen, FirstDragMayBeOverWithinAMillisecond) {
     EXPECT_TRUE(editor.shows(dragged));
 }
 
+namespace {
+
+// Feedback to step 71 and mix to step 45, as fast as the screen takes it.
+void dragTwoKnobsAtOnce(const HostedEditor& editor) {
+    editor.mouse.dragAtOnce({{178, 226, 178, 280}, {263, 226, 263, 211}});
+}
+
+} // namespace
+
+TEST_F(LinuxHostOnScreen, FirstTwoDragsMayBeOverWithinAMillisecond) {
+    Effect effect(plugin);
+    HostedEditor editor(effect.record);
+    ASSERT_TRUE(editor.shows(kSlapBack));
+    dragTwoKnobsAtOnce(editor);
+    FaceControls dragged = kSlapBack;
+    dragged[1] = 90;
+    dragged[8] = 57;
+    EXPECT_TRUE(editor.shows(dragged));
+}
+
+TEST_F(LinuxHostOnScreen, LaterDragsMayBeOverWithinAMillisecond) {
+    Effect effect(plugin);
+    HostedEditor editor(effect.record);
+    ASSERT_TRUE(editor.shows(kSlapBack));
+    FaceControls shown = kSlapBack;
+    shown[5] = 1;
+    editor.mouse.moveTo(260, 140); // a switch
+    editor.mouse.press();
+    ASSERT_TRUE(editor.shows(shown));
+    editor.mouse.release();
+    dragTwoKnobsAtOnce(editor);
+    shown[1] = 90;
+    shown[8] = 57;
+    EXPECT_TRUE(editor.shows(shown));
+}
+
 TEST_F(LinuxHostOnScreen, CloseTakesTheEditorsWindowAway) {
     Effect effect(plugin);
     HostedEditor editor(effect.record);

@@ -15,7 +15,7 @@
 #import <GNUstepGUI/GSDisplayServer.h>
 
 #include <algorithm>
-#include <utility>
+#include <iterator>
 #include <vector>
 
 namespace {
@@ -57,26 +57,35 @@ std::vector<NSEvent*> waitingEvents() {
     return events;
 }
 
-// A press comes ahead of what follows within its millisecond, and a release behind.
-int rankOf(NSEvent* event) {
-    switch ([event type]) {
-    case NSLeftMouseDown:
-        return 0;
-    case NSLeftMouseUp:
-        return 2;
-    default:
-        return 1;
+bool isPress(NSEvent* event) {
+    return [event type] == NSLeftMouseDown;
+}
+
+bool isDragOrRelease(NSEvent* event) {
+    return [event type] == NSLeftMouseDragged || [event type] == NSLeftMouseUp;
+}
+
+// AppKit hands the first press of a process on behind all that came with it. A drag or a release
+// without a press tells: the press goes back ahead of it. All else stays in its order.
+void putPressBack(std::vector<NSEvent*>& events, bool buttonIsDown) {
+    if (buttonIsDown) {
+        return;
+    }
+    const auto first = std::find_if(events.begin(), events.end(), [](NSEvent* event) {
+        return isPress(event) || isDragOrRelease(event);
+    });
+    const auto last = std::find_if(events.rbegin(), events.rend(), isPress);
+    if (last != events.rend() && !isPress(*first)) {
+        std::rotate(first, std::prev(last.base()), last.base());
     }
 }
 
 void deliverEvents() {
+    static bool buttonIsDown = false;
     std::vector<NSEvent*> events = waitingEvents();
-    // AppKit hands the first press of a process on behind the drags that came after it.
-    std::stable_sort(events.begin(), events.end(), [](NSEvent* one, NSEvent* other) {
-        return std::make_pair([one timestamp], rankOf(one)) <
-               std::make_pair([other timestamp], rankOf(other));
-    });
+    putPressBack(events, buttonIsDown);
     for (NSEvent* const event : events) {
+        buttonIsDown = isPress(event) || (buttonIsDown && [event type] != NSLeftMouseUp);
         [NSApp sendEvent:event];
     }
 }

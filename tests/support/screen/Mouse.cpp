@@ -43,11 +43,20 @@ void Mouse::release() const {
 }
 
 void Mouse::dragAtOnce(int fromX, int fromY, int toX, int toY) const {
-    std::vector<std::string> words = movement(fromX, fromY);
-    words.insert(words.end(), {"mousedown", "1"});
-    const std::vector<std::string> way = movement(toX, toY);
-    words.insert(words.end(), way.begin(), way.end());
-    words.insert(words.end(), {"mouseup", "1"});
+    dragAtOnce({{fromX, fromY, toX, toY}});
+}
+
+void Mouse::dragAtOnce(const std::vector<Drag>& drags) const {
+    std::vector<std::string> words;
+    const auto add = [&](const std::vector<std::string>& more) {
+        words.insert(words.end(), more.begin(), more.end());
+    };
+    for (const Drag& drag : drags) {
+        add(movement(drag.fromX, drag.fromY));
+        add({"mousedown", "1"});
+        add(movement(drag.toX, drag.toY));
+        add({"mouseup", "1"});
+    }
     xdotool(words);
 }
 

@@ -19,6 +19,10 @@ public:
     void release() const;
     // Press, movement and release as fast as the screen takes them.
     void dragAtOnce(int fromX, int fromY, int toX, int toY) const;
+    struct Drag {
+        int fromX, fromY, toX, toY;
+    };
+    void dragAtOnce(const std::vector<Drag>& drags) const; // one after the other
 
 private:
     std::vector<std::string> movement(int x, int y) const;
