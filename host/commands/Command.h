@@ -15,6 +15,9 @@ public:
 
     // Throws UserError when something given cannot be used.
     virtual void run() = 0;
+
+    // What the program ends with after a run() that came back.
+    virtual int status() const { return 0; }
 };
 
 } // namespace tvhost

@@ -2,6 +2,7 @@
 
 #include "host/base/PlainText.h"
 #include "host/base/UserError.h"
+#include "host/commands/CheckCommand.h"
 #include "host/commands/Command.h"
 #include "host/commands/EditCommand.h"
 #include "host/commands/InfoCommand.h"
@@ -70,12 +71,15 @@ int runCommandLine(int argc, const char* const* argv) {
     add(std::make_unique<EditCommand>());
     add(std::make_unique<SnapshotCommand>());
     add(std::make_unique<PresetCommand>());
+    add(std::make_unique<CheckCommand>());
 
     try {
         app.parse(argc, argv);
+        int status = 0;
         for (const auto& [declared, command] : commands) {
             if (declared->parsed()) {
                 command->run();
+                status = command->status();
             }
         }
         // A full disk behind standard output is as much a failure as any other.
@@ -83,7 +87,7 @@ int runCommandLine(int argc, const char* const* argv) {
         if (!std::cout) {
             return refuse("standard output cannot be written; give one with room for the answer");
         }
-        return 0;
+        return status;
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == 0) {
             return app.exit(error);

@@ -1,0 +1,28 @@
+// Fades out so slowly that it ends among denormal numbers and stays there.
+#include "tests/host/check/plugins/GoodEffect.h"
+
+#include <cmath>
+
+namespace {
+
+class Crawls : public GoodEffect {
+public:
+    using GoodEffect::GoodEffect;
+
+protected:
+    void process(float** in, float** out, int frames) override {
+        GoodEffect::process(in, out, frames);
+        for (int i = 0; i < frames; ++i) {
+            state = 0.9995f * state + 1e-4f * in[0][i];
+            state = std::isfinite(state) ? state : 0.0f;
+            out[1][i] += 1e-3f * state;
+        }
+    }
+
+private:
+    float state = 0.0f;
+};
+
+} // namespace
+
+EXPORT_EFFECT(Crawls)

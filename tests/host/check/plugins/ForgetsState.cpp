@@ -1,0 +1,23 @@
+// Leaves the last parameter out of the chunk of a bank.
+#include "tests/host/check/plugins/GoodEffect.h"
+
+namespace {
+
+class ForgetsState : public GoodEffect {
+public:
+    using GoodEffect::GoodEffect;
+
+protected:
+    bool takeChunk(bool bank, const char* data, std::size_t size) override {
+        const float before = getParameter(kParameters - 1);
+        const bool taken = GoodEffect::takeChunk(bank, data, size);
+        if (bank) {
+            setParameter(kParameters - 1, before);
+        }
+        return taken;
+    }
+};
+
+} // namespace
+
+EXPORT_EFFECT(ForgetsState)

@@ -1,0 +1,25 @@
+// Moves a parameter after some time.
+#include "tests/host/check/plugins/GoodEffect.h"
+
+namespace {
+
+class MovesByItself : public GoodEffect {
+public:
+    using GoodEffect::GoodEffect;
+
+protected:
+    void process(float** in, float** out, int frames) override {
+        GoodEffect::process(in, out, frames);
+        done += frames;
+        if (done > 30000) {
+            parameterValue(2) = 0.33f;
+        }
+    }
+
+private:
+    int done = 0;
+};
+
+} // namespace
+
+EXPORT_EFFECT(MovesByItself)

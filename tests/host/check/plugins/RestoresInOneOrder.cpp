@@ -1,0 +1,24 @@
+// Drops the last parameter unless the first was written before.
+#include "tests/host/check/plugins/GoodEffect.h"
+
+namespace {
+
+class RestoresInOneOrder : public GoodEffect {
+public:
+    using GoodEffect::GoodEffect;
+
+protected:
+    void setParameter(int index, float value) override {
+        firstWritten = firstWritten || index == 0;
+        if (index != kParameters - 1 || firstWritten) {
+            GoodEffect::setParameter(index, value);
+        }
+    }
+
+private:
+    bool firstWritten = false;
+};
+
+} // namespace
+
+EXPORT_EFFECT(RestoresInOneOrder)
