@@ -72,17 +72,19 @@ std::vector<char*> pointersTo(std::vector<std::string>& texts) {
     return result;
 }
 
-std::string firstLine(const std::string& text) {
+// What was said last, which is what an assertion or the memory's own tests say.
+std::string lastLine(const std::string& text) {
+    std::string last;
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t end = std::min(text.find('\n', at), text.size());
         const std::string line = plainText(text.substr(at, end - at));
         // Our own word about a crash says nothing new here.
         if (!line.empty() && line.rfind("tvhost: crashed", 0) != 0) {
-            return line;
+            last = line;
         }
         at = end + 1;
     }
-    return "";
+    return last;
 }
 
 } // namespace
@@ -236,7 +238,7 @@ void CheckProcess::take(const std::string& line) {
 
 void CheckProcess::judge(int status) {
     if (WIFSIGNALED(status)) {
-        const std::string line = firstLine(errText_);
+        const std::string line = lastLine(errText_);
         const char* const name = sigabbrev_np(WTERMSIG(status));
         outcome_.findings.push_back(
             {"crash", std::string("ended by SIG") + (name ? name : "?") + " " +
