@@ -77,6 +77,8 @@ const std::vector<Check>& allChecks() {
          stateOutlivesStart},
         {"chunks-restore", 6, "All parameters come back from the chunks of a session.",
          chunksRestore},
+        {"presets-restore", 6, "All parameters come back from a preset file, program or bank.",
+         presetsRestore},
         {"programs-keep-edits", 6, "Edited programs stay edited, as banks are restored.",
          programsKeepEdits},
 

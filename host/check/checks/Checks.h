@@ -32,6 +32,7 @@ void fadesOut(CheckRun& run);
 void parametersRestore(CheckRun& run);
 void stateOutlivesStart(CheckRun& run);
 void chunksRestore(CheckRun& run);
+void presetsRestore(CheckRun& run);
 void programsKeepEdits(CheckRun& run);
 void blocksAgree(CheckRun& run);
 void latencyAsTold(CheckRun& run);

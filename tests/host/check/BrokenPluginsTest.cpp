@@ -48,6 +48,7 @@ constexpr Broken kBroken[] = {
     {"RestoresInOneOrder", "parameters-restore"},
     {"ResetsOnStart", "state-outlives-start"},
     {"ForgetsState", "chunks-restore"},
+    {"RefusesPresets", "presets-restore"},
     {"ForgetsEdits", "programs-keep-edits"},
     {"DependsOnBlocks", "blocks-agree"},
     {"TellsLatency", "latency-as-told"},
