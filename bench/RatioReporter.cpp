@@ -32,20 +32,20 @@ void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
         if (!run.run_name.args.empty()) {
             name += "/" + run.run_name.args;
         }
-        names[{run.family_index, run.per_family_instance_index}] = name;
-        const auto known = fastest.emplace(name, ns).first;
+        names_[{run.family_index, run.per_family_instance_index}] = name;
+        const auto known = fastest_.emplace(name, ns).first;
         known->second = std::min(known->second, ns);
     }
 }
 
 void RatioReporter::Finalize() {
-    for (const auto& [place, name] : names) {
-        const auto reference = fastest.find(stemOf(name) + kReference);
-        if (reference == fastest.end() || reference->first == name) {
-            std::printf("%-44s %12.2f\n", name.c_str(), fastest[name]);
+    for (const auto& [place, name] : names_) {
+        const auto reference = fastest_.find(stemOf(name) + kReference);
+        if (reference == fastest_.end() || reference->first == name) {
+            std::printf("%-44s %12.2f\n", name.c_str(), fastest_[name]);
         } else {
-            std::printf("%-44s %12.2f %10.3f\n", name.c_str(), fastest[name],
-                        fastest[name] / reference->second);
+            std::printf("%-44s %12.2f %10.3f\n", name.c_str(), fastest_[name],
+                        fastest_[name] / reference->second);
         }
     }
 }

@@ -20,8 +20,8 @@ private:
     // Where a benchmark stands among the registered ones.
     using Place = std::pair<std::int64_t, std::int64_t>;
 
-    std::map<Place, std::string> names;
-    std::map<std::string, double> fastest; // nanoseconds per item, or per iteration without items
+    std::map<Place, std::string> names_;
+    std::map<std::string, double> fastest_; // nanoseconds per item, or per iteration without items
 };
 
 // Runs what is registered, with `repetitions` unless the command line says otherwise. Returns the

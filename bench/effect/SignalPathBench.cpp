@@ -37,28 +37,28 @@ void choose(Effect& effect, int program, float rate) {
 
 class Block {
 public:
-    Block() : left(kFrames), right(kFrames), outLeft(kFrames), outRight(kFrames) {
-        fillSignal(Signal::Noise, 1, left.data(), kFrames);
-        fillSignal(Signal::Noise, 2, right.data(), kFrames);
+    Block() : left_(kFrames), right_(kFrames), outLeft_(kFrames), outRight_(kFrames) {
+        fillSignal(Signal::kNoise, 1, left_.data(), kFrames);
+        fillSignal(Signal::kNoise, 2, right_.data(), kFrames);
     }
 
     // Takes all frames through `process` in blocks of `size`.
     template <typename Process>
     void run(int size, Process process) {
         for (std::size_t done = 0; done < kFrames; done += static_cast<std::size_t>(size)) {
-            float* inputs[2] = {&left[done], &right[done]};
-            float* outputs[2] = {&outLeft[done], &outRight[done]};
+            float* inputs[2] = {&left_[done], &right_[done]};
+            float* outputs[2] = {&outLeft_[done], &outRight_[done]};
             process(inputs, outputs, size);
         }
-        benchmark::DoNotOptimize(outLeft.data());
+        benchmark::DoNotOptimize(outLeft_.data());
         benchmark::ClobberMemory();
     }
 
 private:
-    std::vector<float> left;
-    std::vector<float> right;
-    std::vector<float> outLeft;
-    std::vector<float> outRight;
+    std::vector<float> left_;
+    std::vector<float> right_;
+    std::vector<float> outLeft_;
+    std::vector<float> outRight_;
 };
 
 // One for all runs: an instance never gives its buffers back.
@@ -71,7 +71,7 @@ void benchEffect(benchmark::State& state, int program, float rate, int blockSize
     VstXSynth& effect = sharedEffect();
     choose(effect, program, rate);
     Block block;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         block.run(blockSize, [&](float** inputs, float** outputs, int frames) {
             effect.processReplacing(inputs, outputs, frames);
         });
@@ -83,7 +83,7 @@ void benchReference(benchmark::State& state, int program, float rate, int blockS
     ReferenceDelay effect;
     choose(effect, program, rate);
     Block block;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         block.run(blockSize, [&](float** inputs, float** outputs, int frames) {
             effect.process(inputs, outputs, frames);
         });
@@ -91,7 +91,7 @@ void benchReference(benchmark::State& state, int program, float rate, int blockS
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(kFrames));
 }
 
-const bool registered = [] {
+const bool kRegistered = [] {
     for (const float rate : {44100.0f, 96000.0f}) {
         for (const Choice& choice : kChoices) {
             for (const int size : {32, 64, 512, 4096}) {

@@ -21,7 +21,7 @@ class StereoBlock {
 public:
     StereoBlock() {
         for (std::size_t channel = 0; channel < 2; ++channel) {
-            fillSignal(Signal::Noise, channel + 1, in_[channel].data(), kLongestBlock);
+            fillSignal(Signal::kNoise, channel + 1, in_[channel].data(), kLongestBlock);
             inputs_[channel] = in_[channel].data();
             outputs_[channel] = out_[channel].data();
         }

@@ -62,7 +62,7 @@ void monoTicks(benchmark::State& state, BiquadDesigner filter, Signal signal) {
 void stereoPair(benchmark::State& state) {
     BiquadDesigner left = kFilter;
     BiquadDesigner right = kFilter;
-    Block block(Signal::Noise);
+    Block block(Signal::kNoise);
     const float* inputs[] = {block.left.data(), block.right.data()};
     float* outputs[] = {block.outLeft.data(), block.outRight.data()};
     for (auto _ : state) {
@@ -75,7 +75,7 @@ void stereoPair(benchmark::State& state) {
 void stereoBlocks(benchmark::State& state) {
     BiquadDesigner left = kFilter;
     BiquadDesigner right = kFilter;
-    Block block(Signal::Noise);
+    Block block(Signal::kNoise);
     for (auto _ : state) {
         runBiquad(&left, block.left.data(), block.outLeft.data(), kBlock);
         runBiquad(&right, block.right.data(), block.outRight.data(), kBlock);
@@ -87,7 +87,7 @@ void stereoBlocks(benchmark::State& state) {
 void stereoTicks(benchmark::State& state) {
     BiquadDesigner left = kFilter;
     BiquadDesigner right = kFilter;
-    Block block(Signal::Noise);
+    Block block(Signal::kNoise);
     for (auto _ : state) {
         tickAll(left, block.left, block.outLeft);
         tickAll(right, block.right, block.outRight);
@@ -98,12 +98,12 @@ void stereoTicks(benchmark::State& state) {
 
 } // namespace
 
-BENCHMARK_CAPTURE(monoBlock, noise, kFilter, Signal::Noise)->Name("biquad_mono/block");
-BENCHMARK_CAPTURE(monoTicks, noise, kFilter, Signal::Noise)->Name("biquad_mono/reference");
+BENCHMARK_CAPTURE(monoBlock, noise, kFilter, Signal::kNoise)->Name("biquad_mono/block");
+BENCHMARK_CAPTURE(monoTicks, noise, kFilter, Signal::kNoise)->Name("biquad_mono/reference");
 BENCHMARK(stereoPair)->Name("biquad_stereo/pair");
 BENCHMARK(stereoBlocks)->Name("biquad_stereo/blocks");
 BENCHMARK(stereoTicks)->Name("biquad_stereo/reference");
-BENCHMARK_CAPTURE(monoBlock, decayed, decayedFilter(), Signal::Silence)
+BENCHMARK_CAPTURE(monoBlock, decayed, decayedFilter(), Signal::kSilence)
     ->Name("biquad_decayed/block");
-BENCHMARK_CAPTURE(monoTicks, decayed, decayedFilter(), Signal::Silence)
+BENCHMARK_CAPTURE(monoTicks, decayed, decayedFilter(), Signal::kSilence)
     ->Name("biquad_decayed/reference");

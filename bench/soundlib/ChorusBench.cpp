@@ -43,7 +43,7 @@ void countFrames(benchmark::State& state) {
 void chorusUnit(benchmark::State& state) {
     const UnitPointer unit = makeUnit();
     Block block;
-    block.fill(Signal::Noise);
+    block.fill(Signal::kNoise);
     for (auto _ : state) {
         process(unit.get(), block.inputs, block.outputs, kBlock);
         benchmark::ClobberMemory();
@@ -62,7 +62,7 @@ void chorusReference(benchmark::State& state) {
     chorus.delayValue = 0.5f;
     chorus.wetValue = 0.5f;
     Block block;
-    block.fill(Signal::Noise);
+    block.fill(Signal::kNoise);
     for (auto _ : state) {
         chorus.process(block.left.data(), block.right.data(), block.outLeft.data(),
                        block.outRight.data(), kBlock);
@@ -75,9 +75,9 @@ void chorusReference(benchmark::State& state) {
 void chorusDecayed(benchmark::State& state, bool flushToZero) {
     const UnitPointer unit = makeUnit();
     Block block;
-    block.fill(Signal::Noise);
+    block.fill(Signal::kNoise);
     process(unit.get(), block.inputs, block.outputs, kBlock);
-    block.fill(Signal::Silence);
+    block.fill(Signal::kSilence);
     for (int i = 0; i < 10000; ++i) {
         process(unit.get(), block.inputs, block.outputs, kBlock);
     }

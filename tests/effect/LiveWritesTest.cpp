@@ -95,8 +95,8 @@ std::string writeWhileRunning(const LiveWrite& write, const Settings& settings,
     }
     std::vector<float> left(kFrames);
     std::vector<float> right(kFrames);
-    fillSignal(Signal::Noise, signalSeed, left.data(), kFrames);
-    fillSignal(Signal::Noise, signalSeed + 1, right.data(), kFrames);
+    fillSignal(Signal::kNoise, signalSeed, left.data(), kFrames);
+    fillSignal(Signal::kNoise, signalSeed + 1, right.data(), kFrames);
 
     TrappedInput input(kFrames, trapFrame, [&] { write.toEffect(effect); });
     std::copy(left.begin(), left.end(), input.samples());

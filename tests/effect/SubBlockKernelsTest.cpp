@@ -42,8 +42,8 @@ bool same(const FourPoleFilter& filter, const ReferenceFilter& model) {
 // A model somewhere in a pass, with everything random that a sub-block depends on.
 void shake(ReferenceDelay& model, Dice& dice, int frames) {
     static constexpr double kDepths[] = {0.0, 1.0, 0.5, -0.0, -1.0, 0.374};
-    static constexpr Signal kSignals[] = {Signal::Noise,   Signal::Noise,     Signal::Tone,
-                                          Signal::Silence, Signal::Denormals, Signal::Hostile};
+    static constexpr Signal kSignals[] = {Signal::kNoise,   Signal::kNoise,     Signal::kTone,
+                                          Signal::kSilence, Signal::kDenormals, Signal::kHostile};
     const auto depth = [&] { return dice.oneIn(3) ? dice.pick(kDepths) : dice.unit(); };
     model.lowPass = depth();
     model.highPass = depth();
@@ -121,7 +121,7 @@ public:
             break;
         }
         own_.resize(4 * count);
-        fillSignal(Signal::Noise, dice.bits(), own_.data(), own_.size());
+        fillSignal(Signal::kNoise, dice.bits(), own_.data(), own_.size());
         expected_ = own_;
 
         fields.delayBufferLeft = wholeLine(lineLeft_);

@@ -23,7 +23,7 @@ bool sameBlock(const Instance& instance, ReferenceDelay& model, std::uint64_t se
                std::int32_t frames) {
     const auto count = static_cast<std::size_t>(frames);
     std::vector<float> own(2 * count);
-    fillSignal(Signal::Noise, seed, own.data(), own.size());
+    fillSignal(Signal::kNoise, seed, own.data(), own.size());
     std::vector<float> expected = own;
     float* ownChannels[2] = {own.data(), own.data() + count};
     float* expectedChannels[2] = {expected.data(), expected.data() + count};

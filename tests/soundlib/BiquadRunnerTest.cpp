@@ -41,8 +41,9 @@ void dropSignsOfZero(std::vector<float>& samples) {
     }
 }
 
-constexpr Signal kSignals[] = {Signal::Noise, Signal::Impulses,  Signal::Tone,   Signal::Silence,
-                               Signal::Loud,  Signal::Denormals, Signal::Hostile};
+constexpr Signal kSignals[] = {Signal::kNoise,   Signal::kImpulses, Signal::kTone,
+                               Signal::kSilence, Signal::kLoud,     Signal::kDenormals,
+                               Signal::kHostile};
 
 } // namespace
 
@@ -147,7 +148,7 @@ TEST(BiquadRunner, BlockMayBeInPlace) {
     Dice dice(1);
     BiquadDesigner scalar(1, 0.1, 0.7, 0.0);
     BiquadDesigner block = scalar;
-    std::vector<float> samples = signal(Signal::Noise, dice, 1000);
+    std::vector<float> samples = signal(Signal::kNoise, dice, 1000);
     const std::vector<float> expected = ticked(scalar, samples);
     runBiquad(&block, samples.data(), samples.data(), 1000);
     EXPECT_EQ(samples, expected);

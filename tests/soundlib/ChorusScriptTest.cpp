@@ -134,8 +134,8 @@ void runScript(std::uint64_t seed, int blocks) {
     SCOPED_TRACE("seed " + std::to_string(seed));
     Dice dice(seed);
     ChorusFixture chorus(dice.within(1.0f, 100.0f), dice.within(1.0f, 100.0f));
-    const Signal signals[] = {Signal::Noise, Signal::Impulses,  Signal::Tone, Signal::Silence,
-                              Signal::Loud,  Signal::Denormals, Signal::Noise};
+    const Signal signals[] = {Signal::kNoise, Signal::kImpulses,  Signal::kTone, Signal::kSilence,
+                              Signal::kLoud,  Signal::kDenormals, Signal::kNoise};
     const Signal signal = dice.pick(signals);
     for (int block = 0; block < blocks; ++block) {
         SCOPED_TRACE("block " + std::to_string(block));
@@ -168,7 +168,7 @@ TEST(ChorusScripts, HostileSignalsToo) {
     ChorusFixture chorus(10.0f, 20.0f);
     for (int block = 0; block < 200; ++block) {
         turnAKnob(chorus, dice);
-        ASSERT_NO_FATAL_FAILURE(runBlock(chorus, dice, Signal::Hostile));
+        ASSERT_NO_FATAL_FAILURE(runBlock(chorus, dice, Signal::kHostile));
     }
     expectSameState(chorus);
 }

@@ -146,9 +146,9 @@ private:
     }
 
     Signal signal() {
-        static constexpr Signal kTame[] = {Signal::Noise, Signal::Noise,   Signal::Impulses,
-                                           Signal::Tone,  Signal::Silence, Signal::Denormals};
-        static constexpr Signal kHostile[] = {Signal::Loud, Signal::Hostile};
+        static constexpr Signal kTame[] = {Signal::kNoise, Signal::kNoise,   Signal::kImpulses,
+                                           Signal::kTone,  Signal::kSilence, Signal::kDenormals};
+        static constexpr Signal kHostile[] = {Signal::kLoud, Signal::kHostile};
         return hostile_ && dice_.oneIn(8) ? dice_.pick(kHostile) : dice_.pick(kTame);
     }
 

@@ -14,19 +14,19 @@ float toneAt(std::uint64_t step) {
 float sampleOf(Signal signal, Dice& dice, std::uint64_t step) {
     constexpr std::uint32_t kSignBit = 0x80000000u;
     switch (signal) {
-    case Signal::Silence:
+    case Signal::kSilence:
         return 0.0f;
-    case Signal::Noise:
+    case Signal::kNoise:
         return dice.within(-1.0f, 1.0f);
-    case Signal::Impulses:
+    case Signal::kImpulses:
         return dice.oneIn(50) ? dice.within(-1.0f, 1.0f) : 0.0f;
-    case Signal::Tone:
+    case Signal::kTone:
         return toneAt(step);
-    case Signal::Denormals:
+    case Signal::kDenormals:
         return floatOf(static_cast<std::uint32_t>(dice.bits()) & (kSignBit | 0x007FFFFFu));
-    case Signal::Loud:
+    case Signal::kLoud:
         return dice.within(-1e30f, 1e30f);
-    case Signal::Hostile:
+    case Signal::kHostile:
         if (dice.oneIn(300)) {
             return dice.anyFloat();
         }

@@ -5,13 +5,13 @@
 #include <cstdint>
 
 enum class Signal {
-    Silence,
-    Noise,
-    Impulses, // one in about fifty samples
-    Tone,
-    Denormals, // too small for normal numbers, zeros of both signs among them
-    Loud,      // up to 1e30
-    Hostile,   // noise with infinities and not-a-numbers here and there
+    kSilence,
+    kNoise,
+    kImpulses, // one in about fifty samples
+    kTone,
+    kDenormals, // too small for normal numbers, zeros of both signs among them
+    kLoud,      // up to 1e30
+    kHostile,   // noise with infinities and not-a-numbers here and there
 };
 
 // The same samples for the same arguments, on every system.
