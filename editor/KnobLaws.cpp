@@ -46,7 +46,8 @@ HandleSquare handleAtAngle(float angle, std::int32_t width, std::int32_t insets,
     const double radians = static_cast<double>(angle) * kRadiansPerDegree;
     const auto radius =
         static_cast<double>(truncateToInt32(viewWidth * 0.5 - kRim - static_cast<double>(insets)));
-    const auto half = static_cast<double>(width / 2);
+    const std::int32_t wholeHalf = width / 2;
+    const auto half = static_cast<double>(wholeHalf);
     return {std::cos(radians) * radius - half + viewWidth * 0.5,
             std::sin(radians) * radius - half + viewHeight * 0.5, static_cast<double>(width)};
 }
