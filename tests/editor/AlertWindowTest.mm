@@ -215,11 +215,13 @@ TEST_F(AlertWindow, IsAnsweredByKeysUnderAWindowManager) {
     quiet.log = "/dev/null";
     const Process windowManager("openbox", {"--sm-disable"}, quiet);
     ASSERT_TRUE(idleUntil([] {}, windowsAreManaged));
-    // It hands out the keyboard in its own time.
+    // It shows windows and hands out the keyboard in its own time, and may be the faster or not.
     ready = [](NSWindow* alert) {
         return keyboardFocus() == reinterpret_cast<unsigned long>([alert windowRef]);
     };
-    expectAnswersByKeys();
+    for (int round = 0; round < 3; ++round) {
+        expectAnswersByKeys();
+    }
 }
 
 TEST_F(AlertWindow, IsCancelledWhenItsTimeIsOver) {
