@@ -95,6 +95,28 @@ const std::vector<AppKitSelector>& appKitSelectors() {
         {"NSString", true, "stringWithUTF8String:", 0, false},
         {"NSString", false, "drawAtPoint:withAttributes:", 0, false},
         {"NSString", false, "drawInRect:withAttributes:", 0, false},
+        {"NSObject", true, "instancesRespondToSelector:", 0, false},
+        {"NSApplication", true, "sharedApplication", 0, false},
+        {"NSApplication", false, "nextEventMatchingMask:untilDate:inMode:dequeue:", 0, false},
+        {"NSApplication", false, "sendEvent:", 0, false},
+        {"NSBitmapImageRep", false, "representationUsingType:properties:", 2, false},
+        {"NSData", false, "writeToFile:atomically:", 0, false},
+        {"NSDate", true, "dateWithTimeIntervalSinceNow:", 0, false},
+        {"NSDictionary", true, "dictionary", 0, false},
+        {"NSEvent", true,
+         "mouseEventWithType:location:modifierFlags:timestamp:windowNumber:context:eventNumber:"
+         "clickCount:pressure:",
+         0, false},
+        {"NSProcessInfo", true, "processInfo", 0, false},
+        {"NSProcessInfo", false, "operatingSystemVersionString", 2, false},
+        {"NSResponder", false, "mouseDragged:", 0, false},
+        {"NSResponder", false, "mouseUp:", 0, false},
+        {"NSString", false, "UTF8String", 0, false},
+        {"NSView", false, "bitmapImageRepForCachingDisplayInRect:", 4, false},
+        {"NSView", false, "cacheDisplayInRect:toBitmapImageRep:", 4, false},
+        {"NSView", false, "convertPoint:toView:", 0, false},
+        {"NSView", false, "hitTest:", 0, false},
+        {"NSWindow", false, "windowNumber", 0, false},
     };
     return selectors;
 }

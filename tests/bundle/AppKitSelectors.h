@@ -1,5 +1,5 @@
-// The messages of macOS's frameworks that the bundle's code sends, with the version that brought
-// each.
+// The messages of macOS's frameworks that the bundle's code and the check's send, with the version
+// that brought each.
 #pragma once
 
 #include <string>

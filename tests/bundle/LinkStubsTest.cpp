@@ -2,7 +2,7 @@
 // for.
 #include "tests/bundle/LinkStub.h"
 #include "tests/bundle/LinuxLibraries.h"
-#include "tests/bundle/MacBundle.h"
+#include "tests/bundle/MacFiles.h"
 
 #include <gtest/gtest.h>
 
@@ -32,11 +32,13 @@ SymbolsByLibrary offered() {
 
 SymbolsByLibrary taken() {
     SymbolsByLibrary symbols;
-    for (const MachOFile::Library& library : macBundleCode().libraries()) {
-        symbols[library.path];
-    }
-    for (const MachOFile::Bind& bind : macBundleCode().binds()) {
-        symbols[bind.library].insert(bind.symbol);
+    for (const MacFile& file : kMacFiles) {
+        for (const MachOFile::Library& library : file.code().libraries()) {
+            symbols[library.path];
+        }
+        for (const MachOFile::Bind& bind : file.code().binds()) {
+            symbols[bind.library].insert(bind.symbol);
+        }
     }
     return symbols;
 }
@@ -55,7 +57,7 @@ SymbolsByLibrary withoutMetaclasses(SymbolsByLibrary symbols) {
 
 } // namespace
 
-TEST(LinkStubs, ListWhatTheBundleTakesAndNothingElse) {
+TEST(LinkStubs, ListWhatIsTakenAndNothingElse) {
     EXPECT_EQ(withoutMetaclasses(offered()), withoutMetaclasses(taken()));
 }
 

@@ -29,6 +29,17 @@ const MachOFile& macBundleCode() {
     return file;
 }
 
+const std::string& macCheck() {
+    static const std::string path =
+        std::filesystem::path(macBundle()).parent_path() / "mac-check/mac-check";
+    return path;
+}
+
+const MachOFile& macCheckCode() {
+    static const MachOFile file(macCheck());
+    return file;
+}
+
 RunningMacBundle::RunningMacBundle() : RunningMacBundle({}, {}) {}
 
 RunningMacBundle::RunningMacBundle(BundleImage::Resolver first,

@@ -1,4 +1,4 @@
-// The macOS bundle under test.
+// The macOS bundle under test, and what comes with it.
 #pragma once
 
 #include "tests/bundle/BundleImage.h"
@@ -14,6 +14,10 @@ const std::string& macBundle();
 
 // Its code as a file, parsed once.
 const MachOFile& macBundleCode();
+
+// The program that is packed beside it, for Macs to check it by. The same for its code.
+const std::string& macCheck();
+const MachOFile& macCheckCode();
 
 // Its code in this process.
 class RunningMacBundle {

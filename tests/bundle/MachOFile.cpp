@@ -90,6 +90,9 @@ void MachOFile::readLoadCommands() {
         case llvm::MachO::LC_VERSION_MIN_MACOSX:
             deploymentTarget_ = versionText(object.getVersionMinLoadCommand(command).version);
             break;
+        case llvm::MachO::LC_MAIN:
+            entryPoint_ = object.getEntryPointCommand(command).entryoff;
+            break;
         case llvm::MachO::LC_FUNCTION_STARTS: {
             const auto place = object.getLinkeditDataLoadCommand(command);
             const auto* const bytes =

@@ -51,6 +51,8 @@ public:
     std::uint32_t fileType() const;  // MH_...
     std::uint32_t flags() const;     // MH_...
 
+    // Where a program starts, counted from the start of its text; 0 when it does not tell.
+    std::uint64_t entryPoint() const { return entryPoint_; }
     // Empty when no load command has it.
     const std::string& deploymentTarget() const { return deploymentTarget_; }
     const std::vector<Segment>& segments() const { return segments_; }
@@ -89,6 +91,7 @@ private:
     std::string libraryOf(int ordinal) const;
 
     std::unique_ptr<Parsed> parsed_;
+    std::uint64_t entryPoint_ = 0;
     std::string deploymentTarget_;
     std::vector<Segment> segments_;
     std::vector<Section> sections_;

@@ -39,13 +39,26 @@ Object* makeUrl(const void* allocator, const unsigned char* buffer, long length,
                : nullptr;
 }
 
+// All who ask for one directory share its bundle.
+std::map<std::string, Object*> bundles;
+
 Object* makeBundle(const void* allocator, const Object* url) {
     bundleDirectory = url->directory;
-    return makeObject(url->directory);
+    Object*& bundle = bundles[url->directory];
+    if (bundle == nullptr) {
+        bundle = makeObject(url->directory);
+    } else {
+        ++bundle->owners;
+    }
+    return bundle;
 }
 
 void release(Object* object) {
     if (--object->owners == 0) {
+        const auto shared = bundles.find(object->directory);
+        if (shared != bundles.end() && shared->second == object) {
+            bundles.erase(shared);
+        }
         --objectsAlive;
         delete object;
     }
@@ -110,6 +123,7 @@ void* standInFor(const std::string& symbol) {
         {"___exp10", address(powerOfTen)},
         {"___sincos_stret", address(sineAndCosine)},
         {"___stack_chk_guard", &stackGuard},
+        {"___stderrp", &stderr},
         {"___stdoutp", &stdout},
     };
     const auto found = table.find(symbol);

@@ -34,7 +34,10 @@ const Library kAppKit = {"/System/Library/Frameworks/AppKit.framework/Versions/C
                           {"_NSBackgroundColorAttributeName", 5},
                           {"_NSForegroundColorAttributeName", 5},
                           {"_NSParagraphStyleAttributeName", 5},
-                          {"_NSRectFillUsingOperation", 5}}};
+                          {"_NSRectFillUsingOperation", 5},
+                          {"_OBJC_CLASS_$_NSApplication", 5},
+                          {"_OBJC_CLASS_$_NSEvent", 5},
+                          {"_NSAppKitVersionNumber", 5}}};
 
 const Library kFoundation = {
     "/System/Library/Frameworks/Foundation.framework/Versions/C/Foundation",
@@ -44,7 +47,9 @@ const Library kFoundation = {
      {"_OBJC_CLASS_$_NSScanner", 5},
      {"_OBJC_CLASS_$_NSString", 5},
      {"_NSZeroRect", 5},
-     {"_NSZeroSize", 5}}};
+     {"_NSZeroSize", 5},
+     {"_OBJC_CLASS_$_NSProcessInfo", 5},
+     {"_NSDefaultRunLoopMode", 5}}};
 
 const Library kCoreFoundation = {
     "/System/Library/Frameworks/CoreFoundation.framework/Versions/A/CoreFoundation",
@@ -55,7 +60,9 @@ const Library kCoreFoundation = {
      {"_CFRelease", 5},
      {"_CFURLCreateFromFileSystemRepresentation", 5},
      {"_CFUserNotificationDisplayAlert", 5},
-     {"___CFConstantStringClassReference", 5}}};
+     {"___CFConstantStringClassReference", 5},
+     {"_OBJC_CLASS_$_NSDate", 7},
+     {"_OBJC_CLASS_$_NSDictionary", 7}}};
 
 const Library kCoreGraphics = {
     "/System/Library/Frameworks/CoreGraphics.framework/Versions/A/CoreGraphics",
@@ -83,7 +90,11 @@ const Library kObjc = {"/usr/lib/libobjc.A.dylib",
                         {"_objc_msgSend", 5},
                         {"_objc_msgSendSuper2", 6},
                         {"_objc_msgSend_stret", 5},
-                        {"_objc_setProperty_nonatomic", 8}}};
+                        {"_objc_setProperty_nonatomic", 8},
+                        {"_class_getInstanceMethod", 5},
+                        {"_method_setImplementation", 5},
+                        {"_objc_getClass", 5},
+                        {"_object_getClassName", 5}}};
 
 const Library kCxx = {
     "/usr/lib/libc++.1.dylib",
@@ -131,7 +142,21 @@ const Library kSystem = {
      {"_strncpy", 5},
      {"dyld_stub_binder", 6},
      {"___exp10", 9},
-     {"___sincos_stret", 9}}};
+     {"___sincos_stret", 9},
+     {"__NSGetExecutablePath", 5},
+     {"_dlclose", 5},
+     {"_dlerror", 5},
+     {"_dlopen", 5},
+     {"_dlsym", 5},
+     {"_fclose", 5},
+     {"_fflush", 5},
+     {"_fopen", 5},
+     {"_fprintf", 5},
+     {"_mkdir", 5},
+     {"_sysctlbyname", 5},
+     {"_vsnprintf", 5},
+     {"_strrchr", 5},
+     {"___stderrp", 5}}};
 
 } // namespace
 

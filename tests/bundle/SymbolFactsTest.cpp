@@ -1,6 +1,6 @@
-// What the bundle takes from macOS beside what is known of macOS.
+// What the files for macOS take from it beside what is known of macOS.
 #include "tests/bundle/SymbolFacts.h"
-#include "tests/bundle/MacBundle.h"
+#include "tests/bundle/MacFiles.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,14 +14,16 @@ constexpr int kOldestSystem = 9; // macOS 10.9
 
 } // namespace
 
-TEST(SymbolFacts, NameTheLibraryOfEverySymbolThatTheBundleTakes) {
+TEST(SymbolFacts, NameTheLibraryOfEverySymbolThatIsTaken) {
     std::set<std::string> known;
     for (const SymbolFact& fact : symbolFacts()) {
         known.insert(fact.symbol + " of " + fact.library);
     }
     std::set<std::string> taken;
-    for (const MachOFile::Bind& bind : macBundleCode().binds()) {
-        taken.insert(bind.symbol + " of " + bind.library);
+    for (const MacFile& file : kMacFiles) {
+        for (const MachOFile::Bind& bind : file.code().binds()) {
+            taken.insert(bind.symbol + " of " + bind.library);
+        }
     }
     EXPECT_THAT(taken, testing::ContainerEq(known));
 }

@@ -66,7 +66,8 @@ id writeInitWindow(id self, SEL selector, NSRect content, NSUInteger style, NSUI
     write("window ", object_getClassName(self), " ", describe(content), " style ", style,
           " backing ", backing, " defer ", int{defer}, " screen ",
           screen == [[NSScreen screens] objectAtIndex:0] ? "first" : "other");
-    return initWindow(self, selector, content, style, backing, defer, screen);
+    // GNUstep's frames would take a part of the content.
+    return initWindow(self, selector, content, NSBorderlessWindowMask, backing, defer, screen);
 }
 
 using SetFrame = void (*)(id, SEL, NSRect, BOOL, BOOL);

@@ -63,6 +63,7 @@ void setRetained(id self, SEL selector, id value, std::ptrdiff_t offset) {
 }
 
 std::uintptr_t emptyCache[2];
+constexpr double kAppKitVersion = 1265.0; // that of macOS 10.9
 
 template <typename Function>
 void* address(Function* function) {
@@ -107,9 +108,15 @@ void* macSymbol(const std::string& symbol) {
         {"_objc_autoreleasePoolPop", address(popPool)},
         {"_class_getInstanceVariable", address(class_getInstanceVariable)},
         {"_ivar_getOffset", address(ivar_getOffset)},
+        {"_class_getInstanceMethod", address(class_getInstanceMethod)},
+        {"_method_setImplementation", address(method_setImplementation)},
+        {"_objc_getClass", address(objc_getClass)},
+        {"_object_getClassName", address(object_getClassName)},
         {"__objc_empty_cache", emptyCache},
         {"___CFConstantStringClassReference", [MachOString class]},
         {"_NSApp", variable(&NSApp)},
+        {"_NSAppKitVersionNumber", variable(&kAppKitVersion)},
+        {"_NSDefaultRunLoopMode", variable(&NSDefaultRunLoopMode)},
         {"_NSZeroRect", variable(&NSZeroRect)},
         {"_NSZeroSize", variable(&NSZeroSize)},
         {"_NSForegroundColorAttributeName", variable(&NSForegroundColorAttributeName)},

@@ -3,6 +3,7 @@
 
 #import <AppKit/NSApplication.h>
 #import <AppKit/NSAttributedString.h>
+#import <AppKit/NSBitmapImageRep.h>
 #import <AppKit/NSCell.h>
 #import <AppKit/NSColor.h>
 #import <AppKit/NSControl.h>

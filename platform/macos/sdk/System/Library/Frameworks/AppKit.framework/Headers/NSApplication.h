@@ -6,8 +6,18 @@
 
 typedef struct _NSModalSession* NSModalSession;
 
+@class NSDate;
+@class NSEvent;
+@class NSString;
+
 FOUNDATION_EXPORT_CLASS
 @interface NSApplication : NSResponder
++ (NSApplication*)sharedApplication;
+- (NSEvent*)nextEventMatchingMask:(NSUInteger)mask
+                        untilDate:(NSDate*)expiration
+                           inMode:(NSString*)mode
+                          dequeue:(BOOL)deqFlag;
+- (void)sendEvent:(NSEvent*)theEvent;
 - (NSModalSession)beginModalSessionForWindow:(NSWindow*)theWindow;
 - (NSInteger)runModalSession:(NSModalSession)session;
 - (void)endModalSession:(NSModalSession)session;
@@ -19,3 +29,4 @@ FOUNDATION_EXPORT_CLASS
 @end
 
 FOUNDATION_EXPORT NSApplication* NSApp;
+FOUNDATION_EXPORT const double NSAppKitVersionNumber;

@@ -4,6 +4,7 @@
 #import <AppKit/NSResponder.h>
 
 @class CALayer;
+@class NSBitmapImageRep;
 @class NSWindow;
 
 FOUNDATION_EXPORT_CLASS
@@ -22,11 +23,16 @@ FOUNDATION_EXPORT_CLASS
 - (NSRect)frame;
 - (NSRect)bounds;
 - (NSPoint)convertPoint:(NSPoint)aPoint fromView:(NSView*)aView;
+- (NSPoint)convertPoint:(NSPoint)aPoint toView:(NSView*)aView;
+- (NSView*)hitTest:(NSPoint)aPoint;
 
 - (void)setNeedsDisplay:(BOOL)flag;
 - (void)drawRect:(NSRect)dirtyRect;
 - (void)lockFocus;
 - (void)unlockFocus;
+
+- (NSBitmapImageRep*)bitmapImageRepForCachingDisplayInRect:(NSRect)rect;
+- (void)cacheDisplayInRect:(NSRect)rect toBitmapImageRep:(NSBitmapImageRep*)bitmapImageRep;
 
 - (void)setWantsLayer:(BOOL)flag;
 - (CALayer*)layer;

@@ -18,6 +18,7 @@ FOUNDATION_EXPORT_CLASS
 - (NSWindow*)initWithWindowRef:(void*)windowRef;
 
 - (NSRect)frame;
+- (NSInteger)windowNumber;
 - (void)setFrame:(NSRect)frameRect display:(BOOL)displayFlag animate:(BOOL)animateFlag;
 - (id)contentView;
 - (void)setContentView:(NSView*)aView;

@@ -6,6 +6,7 @@
 
 FOUNDATION_EXPORT_CLASS
 @interface NSDictionary : NSObject
++ (instancetype)dictionary;
 @end
 
 FOUNDATION_EXPORT_CLASS
