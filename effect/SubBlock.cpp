@@ -36,11 +36,11 @@ bool makeSubBlock(const DelayFields& live, const LineClearing& clearing, const S
     subBlock.held = readSampleFields(live);
     const SampleFields& held = subBlock.held;
     const std::int64_t start = held.delayPosition;
-    const std::int64_t fitting =
-        std::min<std::int64_t>({held.delayLength - 1 - start, frames, kMaxSubBlock});
-    if (start == 0 || held.delayLength > DelayFields::kDelayCapacity || fitting < kSubBlockStep) {
+    if (start == 0 || held.delayLength <= start + kSubBlockStep || frames < kSubBlockStep) {
         return false;
     }
+    const std::int64_t fitting =
+        std::min<std::int64_t>({held.delayLength - 1 - start, frames, kMaxSubBlock});
     subBlock.frames = static_cast<VstInt32>(fitting) / kSubBlockStep * kSubBlockStep;
 
     // Where the next sub-block will begin: after these samples, or after the first of a new pass.

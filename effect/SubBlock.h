@@ -77,9 +77,8 @@ struct SubBlock {
 
 // The sub-block that `live` allows at this moment, of at most `frames` of the block's. False where
 // the next sample has to go by itself: at the start of a pass, so that no sub-block starts where
-// the lines are rewound to, shortly before its end, where the delay is longer than the lines, and
-// while the lines are being cleared, since what was read of them in advance would be old echoes
-// that come back.
+// the lines are rewound to, shortly before its end, and while the lines are being cleared, since
+// what was read of them in advance would be old echoes that come back.
 bool makeSubBlock(const DelayFields& live, const LineClearing& clearing, const StereoBlock& block,
                   VstInt32 frames, SubBlock& subBlock);
 

@@ -19,6 +19,7 @@
 #include <array>
 #include <cmath>
 #include <cstdlib>
+#include <initializer_list>
 #include <new>
 #include <string>
 #include <vector>
@@ -198,8 +199,16 @@ TEST(Construction, FailedAllocationLeavesAsAnExceptionAndReleasesTheObjectAlone)
 TEST(Construction, EndFreesNothingButTheEditorAndTheObject) {
     CallTraps traps;
     AEffect* const record = VSTPluginMain(plainHost);
+    const auto& effect = *static_cast<VstXSynth*>(static_cast<AudioEffect*>(record->object));
+    const DelayFields fields = effect;
     record->dispatcher(record, effClose, 0, 0, nullptr, 0.0f);
     traps.stop();
+    const std::initializer_list<const void*> stay = {
+        fields.delayBufferLeft, fields.delayBufferRight, fields.sineTable,    fields.programs,
+        fields.lowPassLeft,     fields.lowPassRight,     fields.highPassLeft, fields.highPassRight};
+    for (const void* address : stay) {
+        EXPECT_FALSE(traps.freed(address));
+    }
     EXPECT_TRUE(traps.freed(traps.allocated(sizeof(VstXSynth))));
     EXPECT_TRUE(traps.freed(traps.allocated(sizeof(tveditor13))));
     for (const std::size_t left : {std::size_t{768000}, sizeof(FourPoleFilter),

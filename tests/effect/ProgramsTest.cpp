@@ -7,8 +7,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 #include <limits>
+#include <new>
 #include <string>
 #include <utility>
 #include <vector>
@@ -232,6 +234,37 @@ TEST_F(Programs, IndexedNameBeyondTheBankIsRefused) {
         std::string bytes(40, '#');
         EXPECT_FALSE(effect.getProgramNameIndexed(0, index, bytes.data()));
         EXPECT_EQ(bytes, std::string(40, '#'));
+    }
+}
+
+TEST_F(Programs, NegativeIndexIsTheHostsAffair) {
+    DelayProgram* const bank = effect.programs;
+    effect.programs = bank + 3; // so that there is something in front
+    char name[40];
+    EXPECT_TRUE(effect.getProgramNameIndexed(0, -1, name));
+    EXPECT_STREQ(name, "Country SlapBack");
+    EXPECT_TRUE(effect.getProgramNameIndexed(0, -3, name));
+    EXPECT_STREQ(name, "SlapBack");
+    effect.programs = bank;
+}
+
+TEST_F(Programs, NewRecordWritesNoMoreOfItsNameThanIsUsed) {
+    alignas(DelayProgram) unsigned char memory[sizeof(DelayProgram)];
+    std::memset(memory, 'z', sizeof(memory));
+    const auto* const program = new (memory) DelayProgram;
+    EXPECT_STREQ(program->name, "Init");
+    const auto* const unused = memory + offsetof(DelayProgram, name) + 25;
+    EXPECT_EQ(std::string(unused, unused + 231), std::string(231, 'z'));
+}
+
+TEST_F(Programs, FactoryNamesWriteNoMoreThanIsUsed) {
+    std::vector<DelayProgram> bank(kNumPrograms);
+    for (DelayProgram& program : bank) {
+        std::memset(program.name, 'z', sizeof(program.name));
+    }
+    fillFactoryPrograms(bank.data());
+    for (const DelayProgram& program : bank) {
+        EXPECT_EQ(std::string(program.name + 25, 231), std::string(231, 'z')) << program.name;
     }
 }
 

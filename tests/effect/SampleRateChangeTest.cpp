@@ -209,3 +209,18 @@ TEST_F(SampleRateChange, OldContentIsNotCarriedOver) {
         ASSERT_EQ(sample, 0.0f);
     }
 }
+
+// Filters take the rate in 32 bits; the delay takes it whole.
+TEST_F(SampleRateChange, RatesBeyond32BitsAreCutAsTheModelCutsThem) {
+    for (const float rate : {2147483520.0f, 2147483648.0f, 3e9f, 4294967296.0f, 1e10f, 1e20f}) {
+        VstXSynth fast(plainHost);
+        ReferenceDelay fastModel;
+        fast.setSampleRate(rate);
+        fastModel.setSampleRate(rate);
+        float samples[2] = {};
+        float* channels[2] = {&samples[0], &samples[1]};
+        fast.processReplacing(channels, channels, 0);
+        fastModel.process(channels, channels, 0);
+        EXPECT_EQ(stateDifference(fast, fastModel), "") << rate;
+    }
+}

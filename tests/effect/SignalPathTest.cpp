@@ -7,6 +7,7 @@
 #include "tests/support/Dice.h"
 #include "tests/support/LoadedPlugin.h"
 #include "tests/support/ReferenceDelay.h"
+#include "tests/support/Signal.h"
 
 #include <gtest/gtest.h>
 
@@ -357,4 +358,61 @@ TEST_F(SignalPath, DenormalSamplesPassUnchanged) {
     const Stereo out = runThrough(effect, impulse(20, tiny, 0.0f));
     EXPECT_EQ(bitsOf(out.left[0]), 1u);
     EXPECT_EQ(bitsOf(out.right[10]), 1u);
+}
+
+// Far beyond the lines' capacity, but within reach of no block here.
+TEST_F(SignalPath, DelaysBeyondTheLinesSweepAsTheModelDoes) {
+    for (const float delay : {4.4f, 1e5f, 1e6f, 1e10f}) {
+        VstXSynth longDelay(plainHost);
+        ReferenceDelay model;
+        longDelay.setProgram(14); // swept
+        model.setProgram(14);
+        longDelay.setParameter(kDelay, delay);
+        model.setParameter(kDelay, delay);
+        Stereo in(9000);
+        fillSignal(Signal::kNoise, 5, in.left.data(), in.left.size());
+        fillSignal(Signal::kNoise, 6, in.right.data(), in.right.size());
+        const Stereo out = runThrough(longDelay, in);
+        float* channels[2] = {in.left.data(), in.right.data()};
+        model.process(channels, channels, 9000);
+        EXPECT_EQ(firstDifference(out.left.data(), in.left.data(), in.left.size()), -1) << delay;
+        EXPECT_EQ(firstDifference(out.right.data(), in.right.data(), in.right.size()), -1) << delay;
+        EXPECT_EQ(stateDifference(longDelay, model), "") << delay;
+    }
+}
+
+TEST_F(SignalPath, SweepStaysInItsTableAtAPositionBehindThePass) {
+    float nothing = 0.0f;
+    float* channels[2] = {&nothing, &nothing};
+    for (const std::int64_t beyond : {0, 1, 5000}) {
+        effect.delayPosition = effect.delayLength + beyond;
+        effect.processReplacing(channels, channels, 0);
+        EXPECT_EQ(effect.sineIndex, 179691) << beyond;
+    }
+    effect.delayPosition = -5;
+    effect.processReplacing(channels, channels, 0);
+    EXPECT_EQ(effect.sineIndex, 0);
+}
+
+TEST_F(SignalPath, BalanceThatIsNoNumberStandsForTheCentre) {
+    ReferenceDelay model;
+    const float notANumber = std::numeric_limits<float>::quiet_NaN();
+    effect.setParameter(kLeftRight, notANumber);
+    model.setParameter(kLeftRight, notANumber);
+    VstXSynth centred(plainHost);
+    centred.setParameter(kLeftRight, 0.5f);
+    Stereo in(9000);
+    fillSignal(Signal::kNoise, 7, in.left.data(), in.left.size());
+    fillSignal(Signal::kNoise, 8, in.right.data(), in.right.size());
+    for (const std::size_t blockFrames : {std::size_t{512}, std::size_t{1}}) {
+        const Stereo out = runThrough(effect, in, blockFrames);
+        const Stereo expected = runThrough(centred, in, blockFrames);
+        EXPECT_EQ(out.left, expected.left) << blockFrames;
+        EXPECT_EQ(out.right, expected.right) << blockFrames;
+        Stereo modelled = in;
+        float* channels[2] = {modelled.left.data(), modelled.right.data()};
+        model.process(channels, channels, 9000);
+        EXPECT_EQ(out.left, modelled.left) << blockFrames;
+        EXPECT_EQ(out.right, modelled.right) << blockFrames;
+    }
 }

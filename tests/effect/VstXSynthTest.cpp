@@ -273,6 +273,25 @@ TEST(VstXSynth, ResumeAsksForEventsOnlyWhenDeclaredASynth) {
     EXPECT_EQ(host.calls, (std::vector<HostCall>{{effect.getAeffect(), 6, 0, 1, nullptr, 0.0f}}));
 }
 
+TEST(VstXSynth, ResumeClearsTheLinesBeforeItAsksForEvents) {
+    static VstXSynth* asking;
+    static bool asked;
+    static bool silentThen;
+    asked = false;
+    const auto host = [](AEffect*, VstInt32, VstInt32, VstIntPtr, void*, float) -> VstIntPtr {
+        asked = true;
+        silentThen = silent(asking->delayBufferLeft) && silent(asking->delayBufferRight);
+        return 0;
+    };
+    VstXSynth effect(host);
+    asking = &effect;
+    effect.isSynth(true);
+    fillLines(effect, 0.5f);
+    effect.resume();
+    EXPECT_TRUE(asked);
+    EXPECT_TRUE(silentThen);
+}
+
 TEST(VstXSynth, MissingLinesAreNotCleared) {
     VstXSynth effect(plainHost);
     float* const left = effect.delayBufferLeft;

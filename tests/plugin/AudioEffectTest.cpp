@@ -282,6 +282,24 @@ TEST(AudioEffect, OtherOpcodesThroughTheRecordKeepTheObject) {
     effect.destroyed = nullptr;
 }
 
+TEST(AudioEffect, OtherOpcodesThroughTheRecordAnswerWhatTheDispatcherAnswers) {
+    class Answering : public PlainEffect {
+    public:
+        VstIntPtr dispatcher(VstInt32, VstInt32, VstIntPtr, void*, float) override {
+            return answer;
+        }
+        VstIntPtr answer = 0;
+    };
+    Answering effect;
+    AEffect* const record = effect.getAeffect();
+    for (const VstIntPtr answer : {VstIntPtr{0}, VstIntPtr{2}, VstIntPtr{-2}, VstIntPtr{1} << 40}) {
+        effect.answer = answer;
+        for (const VstInt32 opcode : {0, 2, 3, 9, 22, 24, 58, 200, -1}) {
+            EXPECT_EQ(record->dispatcher(record, opcode, 0, 0, nullptr, 0.0f), answer) << opcode;
+        }
+    }
+}
+
 TEST(AudioEffect, AutomatedWriteSetsTheParameterBeforeItTellsTheHost) {
     struct Automated : PlainEffect {
         explicit Automated(RecordingHost* host)

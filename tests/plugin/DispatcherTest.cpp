@@ -195,6 +195,16 @@ TEST(Dispatcher, UnknownOpcodesReachNothing) {
     }
 }
 
+TEST(Dispatcher, ProgramsAreBoundedByTheEffectsNumberNotByTheRecords) {
+    for (const VstInt32 inTheRecord : {0, 3, 1000}) {
+        RecordingEffect effect; // of 26 programs
+        effect.getAeffect()->numPrograms = inTheRecord;
+        effect.dispatcher(effSetProgram, 0, 25, nullptr, 0.0f);
+        effect.dispatcher(effSetProgram, 0, 26, nullptr, 0.0f);
+        EXPECT_EQ(effect.calls, (std::vector<std::string>{"setProgram(25)"})) << inTheRecord;
+    }
+}
+
 TEST(Dispatcher, BaseAloneAnswersNothingAboveItsOpcodes) {
     PlainEffect effect;
     for (VstInt32 opcode = 25; opcode <= 100; ++opcode) {

@@ -134,6 +134,18 @@ TEST(HostCalls, AskOnceWithTheirArgumentsAndConvertTheAnswer) {
     }
 }
 
+TEST(HostCalls, EventsAreSentOnlyWhenTheWholeAnswerIsOne) {
+    RecordingHost host;
+    PlainEffectX effect(RecordingHost::callback);
+    for (const VstIntPtr answer :
+         {(VstIntPtr{1} << 32) + 1, (VstIntPtr{-1} * (VstIntPtr{1} << 32)) + 1}) {
+        host.answer = answer;
+        EXPECT_FALSE(effect.sendVstEventsToHost(nullptr)) << answer;
+    }
+    host.answer = 1;
+    EXPECT_TRUE(effect.sendVstEventsToHost(nullptr));
+}
+
 TEST(HostCalls, AnswerWithoutAHost) {
     for (const Row& row : rows()) {
         PlainEffectX effect(nullptr);
