@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -42,6 +43,19 @@ TEST(File, ExportsItsEntryAndNothingElse) {
         names.push_back(line.substr(line.find_last_of(' ') + 1));
     }
     EXPECT_EQ(names, std::vector<std::string>{"VSTPluginMain"});
+}
+
+// Debian's valgrind gives the whole file up when it meets debug information that it can't read.
+TEST(File, HasDebugInformationThatValgrindReads) {
+    if (std::string(TVDELAY_SANITIZERS) != "") {
+        GTEST_SKIP() << "a sanitizer's code doesn't run under valgrind";
+    }
+    const std::string self = std::filesystem::read_symlink("/proc/self/exe");
+    const ProcessResult result = runProcess(
+        "valgrind", {"--tool=none", self, "--gtest_filter=Record.ShowsTheEffectsIdentity"});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.err.find("debuginfo reader"), std::string::npos) << result.err;
+    EXPECT_EQ(result.err.find("unhandled"), std::string::npos) << result.err;
 }
 
 TEST(File, HasNoLockedInstruction) {
