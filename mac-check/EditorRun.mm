@@ -16,6 +16,14 @@ constexpr VstInt32 kFeedBack = 1;
 constexpr CGFloat kFeedBackX = 178; // in the middle of its knob
 constexpr CGFloat kFeedBackY = 212;
 
+// A program without a bundle of its own may show windows only when it says so.
+void showAsProgram() {
+    [NSApplication sharedApplication];
+    [NSApp setActivationPolicy:NSApplicationActivationPolicyRegular];
+    [NSApp finishLaunching];
+    [NSApp activateIgnoringOtherApps:YES];
+}
+
 void handleEvents(double seconds) {
     NSDate* const end = [NSDate dateWithTimeIntervalSinceNow:seconds];
     while (NSEvent* const event = [NSApp nextEventMatchingMask:NSAnyEventMask
@@ -87,7 +95,7 @@ void reportShown(NSWindow* window, AEffect* effect, Report& report) {
 
 void reportEditor(AEffect* effect, Report& report) {
     report.heading("Editor");
-    [NSApplication sharedApplication];
+    showAsProgram();
     noteDrawnRectangles();
     NSWindow* const window = [[NSWindow alloc] initWithContentRect:NSMakeRect(100, 100, 344, 400)
                                                          styleMask:1 // titled

@@ -117,6 +117,9 @@ const std::vector<AppKitSelector>& appKitSelectors() {
         {"NSView", false, "convertPoint:toView:", 0, false},
         {"NSView", false, "hitTest:", 0, false},
         {"NSWindow", false, "windowNumber", 0, false},
+        {"NSApplication", false, "activateIgnoringOtherApps:", 0, false},
+        {"NSApplication", false, "finishLaunching", 0, false},
+        {"NSApplication", false, "setActivationPolicy:", 6, false},
     };
     return selectors;
 }

@@ -19,6 +19,10 @@
 - (BOOL)clipsToBounds; // NO unless set
 @end
 
+@interface NSApplication (AppKitSupplement)
+- (BOOL)setActivationPolicy:(NSInteger)policy; // YES
+@end
+
 @interface NSColor (AppKitSupplement)
 - (id)CGColor; // itself
 @end

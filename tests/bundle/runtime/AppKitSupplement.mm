@@ -196,6 +196,15 @@ void handRectanglesTo(Class mapped) {
 
 @end
 
+@implementation NSApplication (AppKitSupplement)
+
+- (BOOL)setActivationPolicy:(NSInteger)policy {
+    writeJournal("activation policy " + std::to_string(policy));
+    return YES;
+}
+
+@end
+
 @implementation NSColor (AppKitSupplement)
 
 - (id)CGColor {

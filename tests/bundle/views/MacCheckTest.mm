@@ -73,6 +73,7 @@ TEST_F(MacCheck, ShowsTheEditorAndDragsAKnob) {
     supplement::handsWideRectangles = true;
     EXPECT_EQ(run({macBundle(), folder()}), 0);
     const std::string text = report();
+    EXPECT_THAT(journalOf("activation"), testing::ElementsAre("activation policy 0"));
     EXPECT_THAT(text, HasSubstr("Opened: 1\n"));
     EXPECT_THAT(text, HasSubstr("Views in the host's view: 1\n"));
     EXPECT_THAT(text, HasSubstr("Told size: 344 x 400\n"));

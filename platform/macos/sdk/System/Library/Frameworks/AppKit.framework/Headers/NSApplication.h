@@ -6,6 +6,9 @@
 
 typedef struct _NSModalSession* NSModalSession;
 
+typedef NSInteger NSApplicationActivationPolicy;
+enum { NSApplicationActivationPolicyRegular = 0 };
+
 @class NSDate;
 @class NSEvent;
 @class NSString;
@@ -18,6 +21,9 @@ FOUNDATION_EXPORT_CLASS
                            inMode:(NSString*)mode
                           dequeue:(BOOL)deqFlag;
 - (void)sendEvent:(NSEvent*)theEvent;
+- (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)activationPolicy;
+- (void)finishLaunching;
+- (void)activateIgnoringOtherApps:(BOOL)flag;
 - (NSModalSession)beginModalSessionForWindow:(NSWindow*)theWindow;
 - (NSInteger)runModalSession:(NSModalSession)session;
 - (void)endModalSession:(NSModalSession)session;
