@@ -17,7 +17,7 @@ protected:
     static void runEvents();
 
 private:
-    NSAutoreleasePool* pool;
+    NSAutoreleasePool* pool_;
 };
 
 // A borderless window on the screen, with a lower left corner in points.

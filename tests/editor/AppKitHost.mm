@@ -7,7 +7,7 @@
 
 AppKitHost::AppKitHost() {
     sharedXServer();
-    pool = [[NSAutoreleasePool alloc] init];
+    pool_ = [[NSAutoreleasePool alloc] init];
     if (NSApp == nil) {
         [[NSUserDefaults standardUserDefaults]
             registerDefaults:[NSDictionary
@@ -20,7 +20,7 @@ AppKitHost::AppKitHost() {
 }
 
 AppKitHost::~AppKitHost() {
-    [pool release];
+    [pool_ release];
 }
 
 void AppKitHost::runEvents() {

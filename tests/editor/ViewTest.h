@@ -13,7 +13,7 @@ protected:
     ~ViewTest() override;
 
 private:
-    NSAutoreleasePool* pool;
+    NSAutoreleasePool* pool_;
 };
 
 // A picture of one colour.

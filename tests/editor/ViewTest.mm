@@ -10,11 +10,11 @@ ViewTest::ViewTest() {
     if (!prepareEditorViews()) {
         throw std::runtime_error("AppKit does not start");
     }
-    pool = [[NSAutoreleasePool alloc] init];
+    pool_ = [[NSAutoreleasePool alloc] init];
 }
 
 ViewTest::~ViewTest() {
-    [pool release];
+    [pool_ release];
 }
 
 NSImage* plainImage(NSColor* colour, NSSize size) {

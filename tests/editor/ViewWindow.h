@@ -19,7 +19,7 @@ public:
     ScreenPart screen() const;
 
 private:
-    NSWindow* window;
+    NSWindow* window_;
 };
 
 // What the screen shows of a window.

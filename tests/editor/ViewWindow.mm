@@ -8,29 +8,29 @@
 #include <X11/Xlib.h>
 
 ViewWindow::ViewWindow(NSView* view, NSSize size)
-    : window([[NSWindow alloc] initWithContentRect:NSMakeRect(60, 60, size.width, size.height)
-                                         styleMask:NSBorderlessWindowMask
-                                           backing:NSBackingStoreBuffered
-                                             defer:NO]) {
-    [window setReleasedWhenClosed:NO];
-    [window setBackgroundColor:[NSColor colorWithCalibratedWhite:0.2 alpha:1.0]];
+    : window_([[NSWindow alloc] initWithContentRect:NSMakeRect(60, 60, size.width, size.height)
+                                          styleMask:NSBorderlessWindowMask
+                                            backing:NSBackingStoreBuffered
+                                              defer:NO]) {
+    [window_ setReleasedWhenClosed:NO];
+    [window_ setBackgroundColor:[NSColor colorWithCalibratedWhite:0.2 alpha:1.0]];
     // A window paints itself when it is ordered front, but not yet on the screen.
-    [window orderFrontRegardless];
-    [[window contentView] addSubview:view];
+    [window_ orderFrontRegardless];
+    [[window_ contentView] addSubview:view];
     repaint();
 }
 
 ViewWindow::~ViewWindow() {
-    [window close];
-    [window release];
+    [window_ close];
+    [window_ release];
 }
 
 void ViewWindow::repaint() {
-    [window display];
+    [window_ display];
 }
 
 ScreenPart ViewWindow::screen() const {
-    return screenOf(window);
+    return screenOf(window_);
 }
 
 ScreenPart screenOf(NSWindow* window) {
