@@ -1,4 +1,4 @@
+// The identifier in the bundle's Info.plist.
 #pragma once
 
-// The identifier in the bundle's Info.plist.
 inline constexpr char kBundleIdentifier[] = "com.tarnvalemusic.TvDelay";

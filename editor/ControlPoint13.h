@@ -1,13 +1,14 @@
+// The part of a knob that takes the mouse and holds the value: transparent and as large as the
+// knob.
 #pragma once
 
 #import "editor/FlatKnobProtocol.h"
 
 #import <AppKit/AppKit.h>
 
-// The part of a knob that takes the mouse and holds the value: transparent and as large as the
-// knob. A vertical drag turns it, one degree a point. The event loop's thread, but for
-// setIntValue:, which any thread that sets a parameter may send.
-// On Linux editor/hosting/linux/EditorViewPatches.mm changes some of it.
+// A vertical drag turns it, one degree a point. The event loop's thread, but for setIntValue:,
+// which any thread that sets a parameter may send. On Linux
+// editor/hosting/linux/EditorViewPatches.mm changes some of it.
 @interface ControlPoint13 : NSView {
     float _currentDraggedAngle; // degrees, the one shown
     int32_t _currentAngle;      // degrees, where the next drag starts; follows at mouse up alone

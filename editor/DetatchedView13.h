@@ -1,10 +1,10 @@
+// The picture behind the controls.
 #pragma once
 
 #import <AppKit/AppKit.h>
 
 @class TarnsUiView13;
 
-// The picture behind the controls.
 // On Linux editor/hosting/linux/EditorViewPatches.mm changes some of it.
 @interface DetatchedView13 : NSView {
     NSImage* BackgroundImage; // retained

@@ -1,3 +1,4 @@
+// The visible part of a knob: one frame of a filmstrip, by the step of its control point.
 #pragma once
 
 #import <AppKit/AppKit.h>
@@ -6,7 +7,6 @@
 
 @class ControlPoint13;
 
-// The visible part of a knob: one frame of a filmstrip, by the step of its control point.
 // On Linux editor/hosting/linux/EditorViewPatches.mm changes some of it.
 @interface FlatKnob13 : NSView {
     int32_t _insets;

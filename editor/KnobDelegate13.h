@@ -1,3 +1,5 @@
+// The router: builds the controls, sends all their values to the effect when one of them moves, and
+// shows the effect's values on them.
 #pragma once
 
 #import "editor/FlatKnobProtocol.h"
@@ -8,10 +10,8 @@
 @class TarnsCustomImageView13;
 @class TarnsUiView13;
 
-// The router: builds the controls, sends all their values to the effect when one of them moves, and
-// shows the effect's values on them. Nothing that it makes is ever released.
-// updateControllers:andValue: comes on whatever thread set the parameter, all else on the event
-// loop's.
+// Nothing that it makes is ever released. updateControllers:andValue: comes on whatever thread set
+// the parameter, all else on the event loop's.
 @interface KnobDelegate13 : NSObject <NSApplicationDelegate, FlatKnobProtocol> {
     TarnsUiView13* MainView; // retained
     FlatKnob13* timeKnob;    // the knobs are retained

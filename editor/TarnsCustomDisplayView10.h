@@ -1,10 +1,11 @@
+// A display of one number, centred in the part that is repainted.
 #pragma once
 
 #import <AppKit/AppKit.h>
 
 #include <cstdint>
 
-// Prints one number, centred in the part that is repainted. The event loop's thread.
+// The event loop's thread.
 @interface TarnsCustomDisplayView10 : NSView {
     int32_t _sValue;
     NSDictionary* _displayDictionary; // mutable, of the text's attributes; owned

@@ -1,9 +1,9 @@
+// A latching button of two images.
 #pragma once
 
 #import <AppKit/AppKit.h>
 
-// A latching button of two images. The event loop's thread.
-// On Linux editor/hosting/linux/EditorViewPatches.mm changes some of it.
+// The event loop's thread. On Linux editor/hosting/linux/EditorViewPatches.mm changes some of it.
 @interface TarnsCustomImageView13 : NSImageView {
     id _delegate;         // answers FlatKnobProtocol
     NSImage* state1Image; // retained, shown in state 0

@@ -1,3 +1,4 @@
+// A button that is lit while it is held.
 #pragma once
 
 #import "editor/TarnsCustomImageView13.h"
@@ -10,8 +11,7 @@
 - (void)updateGroupButtons:(int32_t)buttonType;
 @end
 
-// A button that is lit while it is held. Its delegate is told of the press, and, as by a toggle, of
-// the press and of the release.
+// Its delegate is told of the press, and, as by a toggle, of the press and of the release.
 @interface TarnsCustomKickButton10 : TarnsCustomImageView13 {
     int32_t _buttonType; // tells the delegate which button this is
 }

@@ -1,11 +1,12 @@
+// A slider of two pictures.
 #pragma once
 
 #import <AppKit/AppKit.h>
 
 #include <cstdint>
 
-// A slider of two pictures. It tells its delegate of each of its repaints, and of nothing else: a
-// delegate has to take repeats. The event loop's thread.
+// It tells its delegate of each of its repaints, and of nothing else: a delegate has to take
+// repeats. The event loop's thread.
 @interface TarnsCustomSlider13 : NSSlider {
     id _delegate; // answers FlatKnobProtocol
     int32_t _caseValue;

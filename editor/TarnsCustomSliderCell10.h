@@ -1,11 +1,11 @@
+// The cell that draws a slider's track and knob from two pictures.
 #pragma once
 
 #import <AppKit/AppKit.h>
 
 #include <cstdint>
 
-// Draws a slider's track and knob from two pictures. The event loop's thread. On Linux
-// editor/hosting/linux/EditorViewPatches.mm changes some of it.
+// The event loop's thread. On Linux editor/hosting/linux/EditorViewPatches.mm changes some of it.
 @interface TarnsCustomSliderCell10 : NSSliderCell {
     NSImage* backgroundImage; // retained
     NSImage* knobImage;       // retained

@@ -1,3 +1,4 @@
+// The editor's face, and the road between its router and the effect.
 #pragma once
 
 #import <AppKit/AppKit.h>
@@ -11,9 +12,8 @@ struct ComponentInstanceRecord;
 @class KnobDelegate13;
 @class sTextView13;
 
-// The editor's face, and the road between its router and the effect. updateView:andValue: comes on
-// whatever thread set the parameter, all else on the event loop's.
-// On Linux editor/hosting/linux/EditorViewPatches.mm changes some of it.
+// updateView:andValue: comes on whatever thread set the parameter, all else on the event loop's. On
+// Linux editor/hosting/linux/EditorViewPatches.mm changes some of it.
 @interface TarnsUiView13 : NSView {
     NSImage* BackgroundImage;
     KnobDelegate13* KnobView; // the router

@@ -1,10 +1,10 @@
+// What an Audio Unit host asks for a view, by the class's name.
 #pragma once
 
 #import <AppKit/AppKit.h>
 #import <AudioUnit/AUCocoaUIView.h>
 
-// What an Audio Unit host asks for a view, by the class's name. The user-interface thread.
-// On Linux editor/hosting/linux/EditorViewPatches.mm changes some of it.
+// The user-interface thread. On Linux editor/hosting/linux/EditorViewPatches.mm changes some of it.
 @interface TarnsView10 : NSObject <AUCocoaUIBase> {
     IBOutlet id tarnsUiView13; // set while the nib is loaded
 }

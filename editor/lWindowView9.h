@@ -1,10 +1,11 @@
+// The content of the loading window: a picture and, over it, how many samples are loaded.
 #pragma once
 
 #import <AppKit/AppKit.h>
 
 #include <cstdint>
 
-// Paints a picture and, over it, how many samples are loaded. The event loop's thread.
+// The event loop's thread.
 @interface lWindowView9 : NSView {
     NSImage* BackgroundImage; // not retained
     uint32_t _TotalSamples;

@@ -1,11 +1,11 @@
+// A display of a level and a balance as three percentages, at the places of a wider layout.
 #pragma once
 
 #import <AppKit/AppKit.h>
 
 @class TarnsUiView13;
 
-// Prints a level and a balance as three percentages, at the places of a wider layout. The event
-// loop's thread.
+// The event loop's thread.
 @interface sTextView13 : NSView {
     NSColor* tColor; // retained
     TarnsUiView13* _owner;

@@ -1,10 +1,10 @@
+// The floating window of an editor whose host passed a window instead of a view.
 #pragma once
 
 #import <AppKit/AppKit.h>
 
 class tveditor13;
 
-// The floating window of an editor whose host passed a window instead of a view.
 @interface tarnsCustomWindow10 : NSWindow {
     tveditor13* _editor;
     void* _winPointerRef; // what the host passed
