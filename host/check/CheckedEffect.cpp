@@ -132,6 +132,11 @@ void CheckedEffect::setParameter(int index, float value) {
     effect_->setParameter(effect_, index, value);
 }
 
+bool CheckedEffect::showsTheSame(CheckedEffect& other, int index) {
+    const std::string display = text(effGetParamDisplay, index);
+    return !display.empty() && display == other.text(effGetParamDisplay, index);
+}
+
 std::vector<float> CheckedEffect::parameters() {
     std::vector<float> values;
     for (int i = 0; i < parameterCount(); ++i) {

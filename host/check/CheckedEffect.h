@@ -53,6 +53,9 @@ public:
     float parameter(int index);
     void setParameter(int index, float value);
     bool isAutomatable(int index) { return call(effCanBeAutomated, index) != 0; }
+    // Whether a parameter has a display and it reads as the other effect's, so that nobody sees a
+    // difference: between two steps a value may stand anywhere.
+    bool showsTheSame(CheckedEffect& other, int index);
     // The values of all parameters, and all of them written in ascending order.
     std::vector<float> parameters();
     void setParameters(const std::vector<float>& values);

@@ -19,7 +19,8 @@ constexpr double kSame = 0.9;      // correlation of a sound that is only late
 constexpr int kLongestLag = 16384; // samples
 constexpr int kSettings = 5;
 
-// The first sample that is heard of an impulse, counted from it; nothing when none comes.
+// The first sample that is heard of an impulse, counted from it; nothing when none comes or
+// it sounds by itself.
 std::optional<int> firstHeard(CheckedEffect& effect) {
     Sound input = silence(effect.inputCount(), kFrames);
     for (std::vector<float>& channel : input) {
@@ -29,7 +30,8 @@ std::optional<int> firstHeard(CheckedEffect& effect) {
     const Sound output = effect.render(input, kBlock);
     effect.stop();
     const float highest = peak(output);
-    if (!(highest > 1e-5f) || !std::isfinite(highest)) {
+    if (!(highest > 1e-5f) || !std::isfinite(highest) ||
+        peak(output, 0, kImpulseAt) > kHeard * highest) {
         return std::nullopt;
     }
     for (int i = 0; i < kFrames; ++i) {
