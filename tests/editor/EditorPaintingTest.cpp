@@ -74,6 +74,21 @@ TEST_F(EditorPainting, FaceIsThereBeforeTheFirstIdleCall) {
     }
 }
 
+TEST_F(EditorPainting, PicturesAreRoundedToTheScreensPixelsAndNotCut) {
+    const Effect effect(plugin);
+    const HostedEditor editor(effect.record);
+    const ScreenPart screen = editor.window.screen();
+    const ScreenPart face = expectedFace(kSlapBack);
+    ASSERT_TRUE(showsFace(screen, kSlapBack));
+    double sum = 0;
+    for (std::size_t i = 0; i < screen.pixels.size(); ++i) {
+        const Pixel &is = screen.pixels[i], &wanted = face.pixels[i];
+        sum += is.red - wanted.red + is.green - wanted.green + is.blue - wanted.blue;
+    }
+    // Cut, a channel would be darker by 0.4 of a step.
+    EXPECT_NEAR(sum / (3.0 * static_cast<double>(screen.pixels.size())), 0.0, 0.1);
+}
+
 TEST_F(EditorPainting, IdleEditorPaintsNothing) {
     const Effect effect(plugin);
     HostedEditor editor(effect.record);

@@ -110,6 +110,12 @@ TEST_F(LinuxHostOnScreen, SizeIsToldBeforeTheFirstOpen) {
     expectSize(effect.size(), 400, 344);
 }
 
+TEST_F(LinuxHostOnScreen, WindowManagersHaveNoSayInTheEditorsWindow) {
+    Effect effect(plugin);
+    HostedEditor editor(effect.record);
+    EXPECT_TRUE(editor.window.children().at(0).unmanaged);
+}
+
 TEST_F(LinuxHostOnScreen, BuiltPluginShowsItsFace) {
     Effect effect(plugin);
     HostedEditor editor(effect.record);

@@ -3,7 +3,7 @@
 
 #include "editor/tveditor13.h"
 #include "plugin/VSTPluginMain.h"
-#include "tests/effect/CallTraps.h"
+#include "tests/support/CallTraps.h"
 #include "tests/support/Dice.h"
 #include "tests/support/LoadedPlugin.h"
 

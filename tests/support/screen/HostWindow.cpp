@@ -90,7 +90,7 @@ std::vector<HostWindow::Child> HostWindow::children() const {
         XWindowAttributes attributes;
         XGetWindowAttributes(display, child, &attributes);
         found.push_back({attributes.x, attributes.y, attributes.width, attributes.height,
-                         attributes.map_state == IsViewable});
+                         attributes.map_state == IsViewable, attributes.override_redirect != 0});
     }
     return found;
 }

@@ -38,6 +38,7 @@ public:
     struct Child {
         int x, y, width, height;
         bool mapped;
+        bool unmanaged; // window managers leave it alone
     };
     std::vector<Child> children() const;
 

@@ -1,4 +1,4 @@
-#include "tests/effect/CallTraps.h"
+#include "tests/support/CallTraps.h"
 
 #include <dlfcn.h>
 #include <errno.h>
