@@ -14,6 +14,7 @@
 #include <objc/runtime.h>
 
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <string>
 #include <thread>
@@ -129,6 +130,9 @@ private:
     static inline IMP inherited = nullptr;
 };
 
+// Is called as messages are written down, when it is set.
+std::function<void()> atEachMessage;
+
 // Writes down some messages to floating windows during its lifetime. One at a time.
 class WindowMessages {
 public:
@@ -160,6 +164,9 @@ private:
     static void note(id self, SEL selector, void* argument) {
         if ([self isKindOfClass:[tarnsCustomWindow10 class]]) {
             names.push_back(sel_getName(selector));
+            if (atEachMessage) {
+                atEachMessage();
+            }
         }
         reinterpret_cast<void (*)(id, SEL, void*)>(inherited[sel_getName(selector)])(self, selector,
                                                                                      argument);
@@ -506,6 +513,16 @@ TEST_F(FloatingEditor, WindowIsFurnishedAndThenShown) {
     call(effEditOpen, &token);
     EXPECT_TRUE(containsInOrder(messages.since("setEditor:"), order))
         << testing::PrintToString(messages.since("setEditor:"));
+}
+
+TEST_F(FloatingEditor, WindowIsKnownWhenItIsShown) {
+    const WindowMessages messages({"makeKeyAndOrderFront:"});
+    tarnsCustomWindow10* knownWhenShown = nil;
+    atEachMessage = [&] { knownWhenShown = editor.detachedWindow; };
+    call(effEditOpen, &token);
+    atEachMessage = nullptr;
+    EXPECT_NE(knownWhenShown, nil);
+    EXPECT_EQ(knownWhenShown, editor.detachedWindow);
 }
 
 TEST_F(FloatingEditor, GoesBelowTheCornerWhereThereIsNoMainScreen) {

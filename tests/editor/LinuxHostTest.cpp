@@ -308,6 +308,16 @@ TEST_F(LinuxHostOnScreen, TwoHundredOpeningsLeaveNoWindowAndLittleMemory) {
     EXPECT_LT(growth / kRounds, 128u * 1024u);
 }
 
+TEST_F(LinuxHostOnScreen, LastClosedEditorGivesItsPicturesOnTheScreenBack) {
+    Effect effect(plugin);
+    HostedEditor editor(effect.record);
+    ASSERT_TRUE(editor.shows(kSlapBack));
+    const int windows = windowsOnScreen();
+    editor.close();
+    // More than its own window goes: AppKit keeps each drawn picture in one.
+    EXPECT_TRUE(idleUntil([] {}, [&] { return windowsOnScreen() < windows - 1; }));
+}
+
 TEST_F(LinuxHostOnScreen, NullPointerIsOpenedWithNothingAttached) {
     Effect effect(plugin);
     useEditorOn(effect, nullptr); // AppKit makes windows of its own as it starts
