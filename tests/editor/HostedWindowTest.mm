@@ -9,6 +9,34 @@
 
 #import <AppKit/AppKit.h>
 #include <gtest/gtest.h>
+#include <objc/runtime.h>
+
+#include <memory>
+
+namespace {
+
+// The first of two screens, the one below the other.
+NSRect frameOfALowerScreen(id, SEL) {
+    return NSMakeRect(0, -200, XServer::kWidth, XServer::kHeight);
+}
+
+} // namespace
+
+TEST(HostedWindowAtFirst, LiesAtTheUpperLeftWhereverTheFirstScreenLies) {
+    sharedXServer();
+    RecordingSynth synth;
+    {
+        const HostedEditor startsAppKit(synth.getAeffect());
+    }
+    const Method frame = class_getInstanceMethod([NSScreen class], @selector(frame));
+    const IMP own = method_setImplementation(frame, reinterpret_cast<IMP>(frameOfALowerScreen));
+    HostedEditor editor(synth.getAeffect());
+    method_setImplementation(frame, own);
+    EXPECT_TRUE(editor.shows(kSlapBack));
+    const HostWindow::Child child = editor.window.children().at(0);
+    EXPECT_EQ(child.x, 0);
+    EXPECT_EQ(child.y, 0);
+}
 
 class HostedWindow : public testing::Test {
 protected:

@@ -384,6 +384,27 @@ TEST_F(LinuxHostOnScreen, EditorMayLiveOnAThreadOfItsOwn) {
     EXPECT_TRUE(moved);
 }
 
+TEST_F(LinuxHostOnScreen, EditorMayLeaveTheThreadThatItFirstOpenedOn) {
+    Effect effect(plugin);
+    {
+        HostedEditor editor(effect.record);
+        ASSERT_TRUE(editor.shows(kSlapBack));
+    }
+    bool moved = false;
+    std::thread userInterface([&] {
+        HostedEditor editor(effect.record);
+        editor.mouse.moveTo(178, 226);
+        editor.mouse.press();
+        editor.mouse.moveTo(178, 226 - 30);
+        moved = editor.becomes(
+            [&] { return effect.record->getParameter(effect.record, 1) == 40 * 0.01f; });
+        editor.mouse.release();
+        editor.idle();
+    });
+    userInterface.join();
+    EXPECT_TRUE(moved);
+}
+
 TEST_F(LinuxHostOnScreen, EditorMayMoveToAnotherThreadBetweenOpenings) {
     Effect effect(plugin);
     for (int round = 0; round < 3; ++round) {
