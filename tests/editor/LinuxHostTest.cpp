@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <clocale>
 #include <csignal>
 #include <cstdlib>
@@ -403,6 +404,31 @@ TEST_F(LinuxHostOnScreen, EditorMayLeaveTheThreadThatItFirstOpenedOn) {
     });
     userInterface.join();
     EXPECT_TRUE(moved);
+}
+
+TEST_F(LinuxHostOnScreen, OneIdleCallOnAnyThreadTakesWhatHasCome) {
+    Effect effect(plugin);
+    const auto useSwitch = [&] {
+        HostedEditor editor(effect.record);
+        EXPECT_TRUE(editor.shows(kSlapBack));
+        editor.settledScreen();
+        editor.mouse.moveTo(260, 140);
+        for (int press = 1; press <= 4; ++press) {
+            editor.mouse.press();
+            editor.mouse.release();
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+            editor.idle();
+            EXPECT_EQ(effect.record->getParameter(effect.record, 5), press % 2 == 1 ? 1.0f : 0.0f)
+                << press;
+        }
+    };
+    useSwitch();
+    for (const int parameter : {0, 1, 2, 3, 6, 7, 8}) {
+        const float slapBack[] = {0.0799773261f, 0.215f, 0.374f, 0.655999f, 1.0f,
+                                  0.0f,          0.5f,   0.0f,   1.0f};
+        effect.record->setParameter(effect.record, parameter, slapBack[parameter]);
+    }
+    std::thread(useSwitch).join();
 }
 
 TEST_F(LinuxHostOnScreen, EditorMayMoveToAnotherThreadBetweenOpenings) {
