@@ -11,7 +11,6 @@
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include <algorithm>
-#include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -22,6 +21,9 @@ namespace {
 
 constexpr std::size_t kMostFrames = 300;
 constexpr int kMostSteps = 40;
+// Longer than the lines are; the frames of all steps together don't come to their end.
+constexpr float kLongestDelay = 1e10f;
+constexpr float kHighestRate = 4e9f; // Hz, beyond 32 bits
 
 void expect(bool holds, const std::string& what) {
     if (!holds) {
@@ -69,13 +71,11 @@ float anyFloat(FuzzedDataProvider& data) {
 
 void writeParameter(Fuzzed& fuzzed, ReferenceDelay& model, FuzzedDataProvider& data) {
     const auto index = data.ConsumeIntegralInRange<VstInt32>(-2, 10);
-    // A delay has to fit the lines at the highest rate.
-    const float value = index == kDelay      ? data.ConsumeFloatingPointInRange<float>(-1.0f, 1.0f)
-                        : data.ConsumeBool() ? anyFloat(data)
-                                             : data.ConsumeFloatingPointInRange<float>(0.0f, 1.0f);
-    if (index == kLeftRight && std::isnan(value)) {
-        return; // a balance that is no number has no meaning
-    }
+    const bool usual = data.ConsumeBool();
+    const float value = usual ? data.ConsumeFloatingPointInRange<float>(-1.0f, 1.0f)
+                        : index == kDelay
+                            ? data.ConsumeFloatingPointInRange<float>(-kLongestDelay, kLongestDelay)
+                            : anyFloat(data);
     fuzzed.record()->setParameter(fuzzed.record(), index, value);
     model.setParameter(index, value);
 }
@@ -115,8 +115,8 @@ void askAnything(Fuzzed& fuzzed, ReferenceDelay& model, FuzzedDataProvider& data
     void* places[2] = {};
     switch (opcode) {
     case effClose:          // ends the instance
-    case effSetSampleRate:  // below, within bounds
-    case effSetProgram:     // below, for the model as well
+    case effSetSampleRate:  // below, for the model as well
+    case effSetProgram:     // the same
     case effMainsChanged:   // the same
     case effSetProgramName: // the same
         return;
@@ -150,7 +150,8 @@ void setProgramAndName(Fuzzed& fuzzed, ReferenceDelay& model, FuzzedDataProvider
 
 void setRateOrResume(Fuzzed& fuzzed, ReferenceDelay& model, FuzzedDataProvider& data) {
     if (data.ConsumeBool()) {
-        const auto rate = data.ConsumeFloatingPointInRange<float>(-100.0f, 192000.0f);
+        const float highest = data.ConsumeBool() ? 192000.0f : kHighestRate;
+        const auto rate = data.ConsumeFloatingPointInRange<float>(-highest, highest);
         fuzzed.dispatch(effSetSampleRate, 0, 0, nullptr, rate);
         model.setSampleRate(rate);
     } else {
