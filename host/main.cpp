@@ -1,7 +1,14 @@
 #include "host/base/ProcessSignals.h"
+#include "host/base/StandardOutput.h"
+#include "host/base/StartFolder.h"
 #include "host/commands/CommandLine.h"
 
 int main(int argc, char** argv) {
+    tvhost::keepStandardOutput();
+    tvhost::rememberStartFolder();
     tvhost::guardProcessSignals();
-    return tvhost::runCommandLine(argc, argv);
+    tvhost::guardProcessExit();
+    const int status = tvhost::runCommandLine(argc, argv);
+    tvhost::endProcessGuard();
+    return status;
 }

@@ -3,6 +3,7 @@
 #include "host/base/OutputFile.h"
 
 #include <csignal>
+#include <cstdlib>
 #include <string_view>
 
 #include <unistd.h>
@@ -12,6 +13,7 @@ namespace tvhost {
 namespace {
 
 constexpr int kStopSignals[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE};
+constexpr int kStatusOfFailure = 2;
 constexpr int kCrashSignals[] = {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT};
 
 void install(int signal, void (*handler)(int)) {
@@ -33,13 +35,30 @@ void stop(int signal) {
     raise(signal);
 }
 
+// Safe in a signal handler.
+void say(std::string_view text) {
+    const ssize_t written = write(STDERR_FILENO, text.data(), text.size());
+    static_cast<void>(written);
+}
+
 void crash(int signal) {
     removeUnfinishedOutput();
-    constexpr std::string_view kText =
-        "tvhost: crashed, most likely inside the plug-in; nothing was written\n";
-    const ssize_t written = write(STDERR_FILENO, kText.data(), kText.size());
-    static_cast<void>(written);
+    say("tvhost: crashed, most likely inside the plug-in");
+    say(outputWasWritten() ? ", after the output was written\n" : "; nothing was written\n");
     raise(signal);
+}
+
+pid_t guarded = 0;
+
+void exitCalled() {
+    if (getpid() != guarded) {
+        return;
+    }
+    removeUnfinishedOutput();
+    say("tvhost: the plug-in ended the program");
+    say(outputWasWritten() ? " after the output was written" : "; nothing was written");
+    say("; give one that leaves that to its host\n");
+    _exit(kStatusOfFailure);
 }
 
 } // namespace
@@ -52,6 +71,15 @@ void guardProcessSignals() {
         install(signal, crash);
     }
     std::signal(SIGXFSZ, SIG_IGN);
+}
+
+void guardProcessExit() {
+    guarded = getpid();
+    std::atexit(exitCalled);
+}
+
+void endProcessGuard() {
+    guarded = 0;
 }
 
 } // namespace tvhost

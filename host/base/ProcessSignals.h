@@ -1,4 +1,4 @@
-// What tvhost does when a signal ends it.
+// What tvhost does when something other than its own main() ends it.
 #pragma once
 
 namespace tvhost {
@@ -8,5 +8,10 @@ namespace tvhost {
 // A file that grows beyond the system's limit becomes an error of the write. Call once, at the
 // start.
 void guardProcessSignals();
+
+// A plug-in that calls exit() ends the program with status 2 and one line on standard error that
+// says so, unfinished output removed, until endProcessGuard(). Not in forked processes. Call once.
+void guardProcessExit();
+void endProcessGuard();
 
 } // namespace tvhost

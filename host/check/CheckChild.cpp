@@ -1,5 +1,6 @@
 #include "host/check/CheckChild.h"
 
+#include "host/base/ProcessSignals.h"
 #include "host/base/UserError.h"
 #include "host/check/CheckTable.h"
 #include "host/check/CheckedEffect.h"
@@ -68,6 +69,7 @@ void runCheckChild(const std::filesystem::path& plugin, const std::string& check
     report.done();
     std::fflush(nullptr);
     if (check && check->endsInOrder) {
+        endProcessGuard();
         std::exit(0);
     }
     // Other checks aren't about what a plug-in does when its process ends.

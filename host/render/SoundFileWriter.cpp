@@ -31,11 +31,15 @@ std::string reason(const char* words) {
 
 SoundFileWriter::SoundFileWriter(const std::string& path, const SoundFormat& format, int channels,
                                  int sampleRate)
-    : path_(path), fixedPoint_(format.fixedPoint), output_(path_) {
+    : path_(path), fixedPoint_(format.fixedPoint), output_(path_), sink_(output_.descriptor()) {
     info_.channels = channels;
     info_.samplerate = sampleRate;
     info_.format = format.code;
-    file_ = sf_open_fd(output_.descriptor(), SFM_WRITE, &info_, SF_FALSE);
+    file_ = sink_.open(info_);
+    if (sink_.failed()) {
+        sf_close(file_);
+        refuse(sink_.reason());
+    }
     if (!file_) {
         throw UserError(path_ + " cannot be written as " + format.name + ": " +
                         reason(sf_strerror(nullptr)) + "; give another --rate or format");
@@ -54,6 +58,11 @@ SoundFileWriter::~SoundFileWriter() {
     }
 }
 
+void SoundFileWriter::refuse(const std::string& reason) const {
+    throw UserError(path_ + " cannot be written: " + reason +
+                    "; give a file in a folder with room for it");
+}
+
 void SoundFileWriter::write(const float* interleaved, std::int64_t frames) {
     const std::int64_t samples = frames * info_.channels;
     for (std::int64_t i = 0; i < samples; ++i) {
@@ -70,9 +79,12 @@ void SoundFileWriter::write(const float* interleaved, std::int64_t frames) {
         }
         interleaved = clipped_.data();
     }
-    if (sf_writef_float(file_, interleaved, frames) != frames) {
-        throw UserError(path_ + " cannot be written: " + reason(sf_strerror(file_)) +
-                        "; give a file in a folder with room for it");
+    const bool taken = sf_writef_float(file_, interleaved, frames) == frames;
+    if (sink_.failed()) {
+        refuse(sink_.reason());
+    }
+    if (!taken) {
+        refuse(reason(sf_strerror(file_)));
     }
     frameCount_ += frames;
 }
@@ -80,9 +92,11 @@ void SoundFileWriter::write(const float* interleaved, std::int64_t frames) {
 void SoundFileWriter::finish() {
     const int error = sf_close(file_);
     file_ = nullptr;
-    if (error != 0) {
-        throw UserError(path_ + " cannot be written: " + reason(sf_error_number(error)) +
-                        "; give a file in a folder with room for it");
+    if (sink_.failed()) {
+        refuse(sink_.reason());
+    }
+    if (error != SF_ERR_NO_ERROR) {
+        refuse("the encoder failed at the end");
     }
     output_.commit();
 }

@@ -3,6 +3,7 @@
 
 #include "host/base/OutputFile.h"
 #include "host/render/SoundFormat.h"
+#include "host/render/SoundSink.h"
 
 #include <sndfile.h>
 
@@ -35,10 +36,13 @@ public:
     std::int64_t samplesClipped() const { return clippedCount_; }
 
 private:
+    [[noreturn]] void refuse(const std::string& reason) const;
+
     std::string path_;
     bool fixedPoint_;
     SF_INFO info_{};
     OutputFile output_;
+    SoundSink sink_;
     SNDFILE* file_ = nullptr;
     std::vector<float> clipped_;
     std::int64_t frameCount_ = 0;

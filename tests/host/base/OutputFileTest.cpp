@@ -32,8 +32,7 @@ TEST(OutputFile, AppearsWhenItIsCommitted) {
     TemporaryFolder folder;
     OutputFile file(folder.file("out.wav"));
     put(file, "sound");
-    EXPECT_FALSE(fs::exists(folder.file("out.wav")));
-    EXPECT_EQ(folder.entries().size(), 1u);
+    EXPECT_TRUE(folder.entries().empty()) << "kill -9 would leave it behind";
     file.commit();
     EXPECT_EQ(folder.entries(), std::vector<std::string>{"out.wav"});
     EXPECT_EQ(readFile(folder.file("out.wav")), "sound");
@@ -53,11 +52,39 @@ TEST(OutputFile, LeavesNothingWithoutACommit) {
 
 TEST(OutputFile, GoesWhenASignalHandlerSaysSo) {
     TemporaryFolder folder;
-    OutputFile file(folder.file("out.wav"));
+    OutputFile file(folder.file("out.wav"), OutputFile::Until::kTemporary);
     EXPECT_EQ(folder.entries().size(), 1u);
     removeUnfinishedOutput();
     EXPECT_TRUE(folder.entries().empty());
     removeUnfinishedOutput();
+}
+
+TEST(OutputFile, DoesWithATemporaryFileWhereItMust) {
+    TemporaryFolder folder;
+    writeFile(folder.file("out.wav"), "older");
+    {
+        OutputFile file(folder.file("out.wav"), OutputFile::Until::kTemporary);
+        put(file, "half");
+        EXPECT_EQ(readFile(folder.file("out.wav")), "older");
+        EXPECT_EQ(folder.entries().size(), 2u);
+    }
+    EXPECT_EQ(folder.entries(), std::vector<std::string>{"out.wav"});
+    OutputFile file(folder.file("out.wav"), OutputFile::Until::kTemporary);
+    put(file, "newer");
+    file.commit();
+    EXPECT_EQ(folder.entries(), std::vector<std::string>{"out.wav"});
+    EXPECT_EQ(readFile(folder.file("out.wav")), "newer");
+}
+
+TEST(OutputFile, ReplacesAnOlderFile) {
+    TemporaryFolder folder;
+    writeFile(folder.file("out.wav"), "older");
+    OutputFile file(folder.file("out.wav"));
+    put(file, "newer");
+    file.commit();
+    EXPECT_TRUE(outputWasWritten());
+    EXPECT_EQ(folder.entries(), std::vector<std::string>{"out.wav"});
+    EXPECT_EQ(readFile(folder.file("out.wav")), "newer");
 }
 
 TEST(OutputFile, StaysOnceItIsCommitted) {

@@ -37,8 +37,11 @@ protected:
 } // namespace
 
 TEST_P(ProcessSignals, RemovesUnfinishedOutputEvenWhileThePluginIsStuck) {
-    Process run = startTvhost(arguments("Stuck"));
-    while (folder.entries().size() < 3) {
+    const TemporaryFolder elsewhere;
+    Process::Options options;
+    options.environment = {"STUCK_SIGN=" + elsewhere.file("stuck")};
+    Process run = startTvhost(arguments("Stuck"), options);
+    while (elsewhere.entries().empty()) {
         usleep(1000);
     }
     kill(run.id(), GetParam());
@@ -49,7 +52,7 @@ TEST_P(ProcessSignals, RemovesUnfinishedOutputEvenWhileThePluginIsStuck) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Signals, ProcessSignals,
-                         testing::Values(SIGINT, SIGTERM, SIGHUP, SIGQUIT));
+                         testing::Values(SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGKILL));
 
 TEST_F(ProcessSignals, RemovesUnfinishedOutputWhenThePluginCrashes) {
     const ProcessResult result = runTvhost(arguments("Crashing"));

@@ -1,5 +1,8 @@
-// Never comes back from its second block of sound.
+// Never comes back from its second block. Then the file that STUCK_SIGN names is there.
 #include "tests/host/plugins/TestEffect.h"
+
+#include <cstdlib>
+#include <fstream>
 
 #include <unistd.h>
 
@@ -13,6 +16,9 @@ protected:
     void process(float** in, float** out, int frames) override {
         TestEffect::process(in, out, frames);
         if (frames > 0 && ++blocks_ == 2) {
+            if (const char* const path = std::getenv("STUCK_SIGN")) {
+                std::ofstream(path).put('\n');
+            }
             for (;;) {
                 pause();
             }
