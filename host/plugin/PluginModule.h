@@ -11,6 +11,8 @@ namespace tvhost {
 // Must outlive the effects made from it.
 class PluginModule {
 public:
+    using Entry = AEffect* (*)(audioMasterCallback);
+
     // Thrown for a shared object that is no VST 2 plug-in at all.
     class NoEntry : public UserError {
     public:
@@ -18,7 +20,7 @@ public:
     };
 
     // Loads `file` and finds its entry. Throws UserError when it is no shared object that can be
-    // loaded or has no VSTPluginMain (NoEntry).
+    // loaded or has neither VSTPluginMain nor main (NoEntry).
     explicit PluginModule(const std::filesystem::path& file);
     ~PluginModule();
     PluginModule(const PluginModule&) = delete;
@@ -30,8 +32,6 @@ public:
     AEffect* createEffect(audioMasterCallback host) const;
 
 private:
-    using Entry = AEffect* (*)(audioMasterCallback);
-
     std::filesystem::path path_;
     void* handle_;
     Entry entry_;
