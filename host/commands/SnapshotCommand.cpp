@@ -2,6 +2,7 @@
 
 #include "host/base/UserError.h"
 #include "host/plugin/EffectInstance.h"
+#include "host/plugin/PluginPath.h"
 #include "host/window/HostedEditor.h"
 #include "host/window/PngFile.h"
 #include "host/window/VirtualDisplay.h"
@@ -19,7 +20,7 @@ constexpr int kTurnsPerSecond = 30;
 constexpr auto kTurn = std::chrono::milliseconds(1000 / kTurnsPerSecond);
 constexpr int kFramesPerTurn = HostedEditor::kSampleRate / kTurnsPerSecond;
 constexpr int kTurnsUnchanged = kTurnsPerSecond / 2;
-constexpr int kMostTurns = 10 * kTurnsPerSecond;
+constexpr auto kLongest = std::chrono::seconds(10);
 
 bool displayGiven() {
     const char* const name = std::getenv("DISPLAY");
@@ -31,7 +32,8 @@ bool displayGiven() {
 ScreenPicture settledPicture(HostedEditor& editor, const std::string& name) {
     ScreenPicture picture;
     int unchanged = 0;
-    for (int turn = 0; turn < kMostTurns && unchanged < kTurnsUnchanged; ++turn) {
+    const auto end = std::chrono::steady_clock::now() + kLongest;
+    while (std::chrono::steady_clock::now() < end && unchanged < kTurnsUnchanged) {
         editor.advance(kFramesPerTurn);
         std::this_thread::sleep_for(kTurn);
         ScreenPicture next = editor.window().picture();
@@ -64,24 +66,24 @@ CLI::App* SnapshotCommand::declare(CLI::App& app) {
 
 void SnapshotCommand::run() {
     PngFile::requirePngName(output_);
-    const auto module = options_.load();
+    const auto file = pluginPath(options_.plugin);
+    // Many plug-ins look for the display as they are loaded.
     std::optional<VirtualDisplay> display;
-    EffectInstance effect(module);
-    HostedEditor::requireEditor(effect);
-    effect.start(HostedEditor::kSampleRate, HostedEditor::kBlockSize);
-    options_.settings.apply(effect);
-    PngFile file(output_);
-
     if (!displayGiven()) {
         display.emplace();
     }
-    ScreenPicture picture;
+    EffectInstance effect(std::make_shared<const PluginModule>(file));
+    HostedEditor::requireEditor(effect);
+    effect.start(HostedEditor::kSampleRate, HostedEditor::kBlockSize);
+    options_.settings.apply(effect);
+    PngFile picture(output_);
+    ScreenPicture shown;
     {
         HostedEditor editor(effect, EditorWindow::Kind::kBare);
         editor.applyAgain(options_.settings);
-        picture = settledPicture(editor, effect.name());
+        shown = settledPicture(editor, effect.name());
     }
-    file.write(picture);
+    picture.write(shown);
 }
 
 } // namespace tvhost

@@ -6,6 +6,7 @@
 #include <X11/Xatom.h>
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
+#include <X11/extensions/Xcomposite.h>
 
 #include <cstdlib>
 #include <string_view>
@@ -96,6 +97,11 @@ EditorWindow::EditorWindow(const std::string& title, EditorSize size, Kind kind)
     deleteWord_ = XInternAtom(display_, "WM_DELETE_WINDOW", False);
     XSetWMProtocols(display_, window_, &deleteWord_, 1);
     fixSize();
+    int first = 0;
+    if (kind == Kind::kBare && XCompositeQueryExtension(display_, &first, &first)) {
+        XCompositeRedirectWindow(display_, window_, CompositeRedirectAutomatic);
+        redirected_ = true;
+    }
     XMapRaised(display_, window_);
     XSync(display_, False);
 }
@@ -161,8 +167,21 @@ void EditorWindow::wait(std::chrono::milliseconds longest) const {
 }
 
 ScreenPicture EditorWindow::picture() const {
-    XImage* const image = XGetImage(display_, window_, 0, 0, static_cast<unsigned>(current_.width),
-                                    static_cast<unsigned>(current_.height), AllPlanes, ZPixmap);
+    const auto width = static_cast<unsigned>(current_.width);
+    const auto height = static_cast<unsigned>(current_.height);
+    const int screen = DefaultScreen(display_);
+    // A pixmap tells no masks of its own.
+    const Visual& visual = *DefaultVisual(display_, screen);
+    const bool fits = current_.width <= DisplayWidth(display_, screen) &&
+                      current_.height <= DisplayHeight(display_, screen);
+    // What the window paints, not what lies on top of it.
+    const Pixmap own = redirected_ ? XCompositeNameWindowPixmap(display_, window_) : None;
+    XImage* const image =
+        fits ? XGetImage(display_, own ? own : window_, 0, 0, width, height, AllPlanes, ZPixmap)
+             : nullptr;
+    if (own) {
+        XFreePixmap(display_, own);
+    }
     if (!image) {
         throw UserError("the editor, " + std::to_string(current_.width) + " by " +
                         std::to_string(current_.height) +
@@ -176,9 +195,9 @@ ScreenPicture EditorWindow::picture() const {
     for (int row = 0; row < current_.height; ++row) {
         for (int column = 0; column < current_.width; ++column) {
             const unsigned long pixel = XGetPixel(image, column, row);
-            picture.pixels.push_back(channel(pixel, image->red_mask) << 16 |
-                                     channel(pixel, image->green_mask) << 8 |
-                                     channel(pixel, image->blue_mask));
+            picture.pixels.push_back(channel(pixel, visual.red_mask) << 16 |
+                                     channel(pixel, visual.green_mask) << 8 |
+                                     channel(pixel, visual.blue_mask));
         }
     }
     XDestroyImage(image);

@@ -49,7 +49,8 @@ public:
     // Returns when something comes from the server, a signal comes or the time is over.
     void wait(std::chrono::milliseconds longest) const;
 
-    // All that can be seen in the window. Throws UserError when it isn't all on the screen.
+    // What the window shows; of a bare one also where something lies on top of it. Throws UserError
+    // when it isn't all on the screen.
     ScreenPicture picture() const;
 
 private:
@@ -59,6 +60,7 @@ private:
     unsigned long window_;
     unsigned long deleteWord_;
     EditorSize current_;
+    bool redirected_ = false; // its own pixels are kept whatever covers it
     bool gone_ = false;
     bool closing_ = false;
 };

@@ -146,6 +146,25 @@ TEST_F(Snapshot, TakesTheDisplayThatIsThere) {
     EXPECT_EQ(windowsOnScreen(), windows);
 }
 
+TEST_F(Snapshot, HasTheDisplayBeforeThePluginIsMade) {
+    EXPECT_EQ(onlyColour(painted("Early")), 0xFFFF00u);
+}
+
+TEST_F(Snapshot, ShowsTheEditorAndNotWhatLiesOnTopOfIt) {
+    const XServer server;
+    const int windows = windowsOnScreen();
+    Process::Options options;
+    options.environment = kEnvironment;
+    options.environment.push_back("DISPLAY=" + server.display());
+    Process run = startTvhost({"snapshot", out, "--plugin", testPlugin("Painter")}, options);
+    while (windowsOnScreen() == windows) {
+        usleep(1000);
+    }
+    const HostWindow cover(0, 0);
+    EXPECT_EQ(run.wait().status, 0);
+    EXPECT_EQ(onlyColour(pictureIn(out)), 0xFFFF00u);
+}
+
 TEST_F(Snapshot, OfAnyPluginHasItsColourAndSize) {
     const ScreenPart plain = picture({"--plugin", testPlugin("Painter"), "--set", "Red=0.5"});
     EXPECT_EQ(plain.width, 120);

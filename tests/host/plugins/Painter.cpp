@@ -18,11 +18,12 @@ enum Behaviour {
     kRefusing, // says that it didn't open
     kEmpty,    // says that it opened, and shows nothing
     kRestless, // another colour each time
+    kEarly,    // doesn't open unless there was a display when it was made
     kBehaviours
 };
 
-constexpr const char* kNames[] = {"Plain",    "Late",  "Growing", "Untrue",
-                                  "Refusing", "Empty", "Restless"};
+constexpr const char* kNames[] = {"Plain",    "Late",  "Growing",  "Untrue",
+                                  "Refusing", "Empty", "Restless", "Early"};
 
 class Painter : public TestEffect {
 public:
@@ -50,7 +51,7 @@ protected:
             return 1;
         case effEditOpen:
             open(reinterpret_cast<Window>(ptr));
-            return behaviour_ != kUntrue && behaviour_ != kRefusing;
+            return behaviour_ == kEmpty || (behaviour_ != kUntrue && child_ != 0);
         case effEditIdle:
             idle();
             return 0;
@@ -70,7 +71,7 @@ protected:
 
 private:
     void open(Window window) {
-        if (behaviour_ == kRefusing) {
+        if (behaviour_ == kRefusing || (behaviour_ == kEarly && !bornWithDisplay_)) {
             return;
         }
         parent_ = window;
@@ -122,6 +123,7 @@ private:
     unsigned height() const { return static_cast<unsigned>(rectangle_.bottom); }
 
     int behaviour_ = kPlain;
+    bool bornWithDisplay_ = std::getenv("DISPLAY") != nullptr;
     float red_ = 1.0f;
     long processed_ = 0;
     unsigned blue_ = 0;
