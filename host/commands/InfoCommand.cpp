@@ -9,6 +9,13 @@
 
 namespace tvhost {
 
+namespace {
+
+constexpr double kSampleRate = 44100.0;
+constexpr int kBlockSize = 512;
+
+} // namespace
+
 CLI::App* InfoCommand::declare(CLI::App& app) {
     CLI::App* const command = app.add_subcommand("info", "Print what a plug-in says about itself");
     command->add_option("PLUGIN", plugin_, kPluginHelp)->type_name("");
@@ -17,7 +24,9 @@ CLI::App* InfoCommand::declare(CLI::App& app) {
 }
 
 void InfoCommand::run() {
-    const EffectInstance effect(std::make_shared<const PluginModule>(pluginPath(plugin_)));
+    EffectInstance effect(std::make_shared<const PluginModule>(pluginPath(plugin_)));
+    // Effects know their latency only once they run.
+    effect.start(kSampleRate, kBlockSize);
     if (json_) {
         std::cout << describe(effect).dump(2) << "\n";
     } else {

@@ -7,7 +7,7 @@
 #include "host/plot/ProgramSheet.h"
 #include "host/plugin/EffectInstance.h"
 
-#include <vector>
+#include <string>
 
 namespace tvhost {
 
@@ -22,6 +22,7 @@ CLI::App* PlotCommand::declare(CLI::App& app) {
     command->add_flag("--all", all_, "Draw all programs on one sheet")
         ->excludes(settings.program)
         ->excludes(settings.preset);
+    declareLongestGap(*command, longestGap_);
     command->footer(
         "Each input in turn gets one sample of 1.0 at 44100 Hz; echoes are found in what comes\n"
         "out, down to -120 dB, and marked with their time and level.\n"
@@ -41,7 +42,7 @@ void PlotCommand::run() {
 }
 
 void PlotCommand::drawOne() const {
-    const EffectMeasurement measurement(options_.load(), options_.settings);
+    const EffectMeasurement measurement(options_.load(), options_.settings, longestGap());
     const ProgramPage page(measurement);
     PlotFile file(output_, page.width(), page.height());
     Canvas canvas = file.canvas();
@@ -55,13 +56,11 @@ void PlotCommand::drawAll() const {
     if (effect.programCount() == 0) {
         throw UserError(effect.name() + " has no programs; leave out --all");
     }
-    std::vector<EffectMeasurement> measurements;
-    for (int program = 0; program < effect.programCount(); ++program) {
+    const ProgramSheet sheet(effect.programCount(), [&](int program) {
         EffectSettings settings = options_.settings;
         settings.program = std::to_string(program);
-        measurements.emplace_back(module, settings);
-    }
-    const ProgramSheet sheet(measurements);
+        return EffectMeasurement(module, settings, longestGap());
+    });
     PlotFile file(output_, sheet.width(), sheet.height());
     Canvas canvas = file.canvas();
     sheet.draw(canvas);

@@ -3,6 +3,7 @@
 
 #include "host/commands/Command.h"
 #include "host/commands/EffectOptions.h"
+#include "host/commands/SecondsOption.h"
 
 #include <string>
 
@@ -18,7 +19,10 @@ private:
     void drawAll() const;
 
     std::string output_;
+    double longestGap() const { return longestGapFrom(longestGap_); }
+
     EffectOptions options_;
+    std::string longestGap_;
     bool all_ = false;
 };
 

@@ -1,7 +1,9 @@
 #include "host/commands/RenderCommand.h"
 
 #include "host/base/NumberText.h"
+#include "host/base/PlainText.h"
 #include "host/base/UserError.h"
+#include "host/commands/SecondsOption.h"
 #include "host/plugin/EffectInstance.h"
 #include "host/render/Automation.h"
 #include "host/render/ProgressBar.h"
@@ -50,20 +52,8 @@ std::optional<int> rateFrom(const std::string& text) {
     return static_cast<int>(*rate);
 }
 
-std::optional<double> tailFrom(const std::string& text) {
-    if (text.empty()) {
-        return std::nullopt;
-    }
-    const auto seconds = parseNumber(text);
-    if (!seconds || *seconds < 0.0 || *seconds > kLongestTail) {
-        throw UserError("--tail " + text + ": give a number of seconds from 0 to " +
-                        shortNumber(kLongestTail, 0));
-    }
-    return seconds;
-}
-
-std::unique_ptr<FrameSource> openInput(const std::string& path, std::optional<int> rate) {
-    std::unique_ptr<FrameSource> source = std::make_unique<SoundFileReader>(path);
+std::unique_ptr<FrameSource> atRate(std::unique_ptr<FrameSource> source, std::optional<int> rate,
+                                    const std::string& path) {
     if (rate && *rate != source->sampleRate()) {
         return std::make_unique<SampleRateConverter>(std::move(source), *rate, path);
     }
@@ -79,6 +69,15 @@ std::string count(std::int64_t number, const char* thing) {
     return std::to_string(number) + " " + thing + (number == 1 ? "" : "s");
 }
 
+std::string latencyNote(std::int64_t frames, int sampleRate) {
+    if (frames == 0) {
+        return {};
+    }
+    const double seconds = static_cast<double>(frames) / sampleRate;
+    return ", latency of " + count(frames, "sample") + " (" + fixedNumber(seconds * 1000.0, 1) +
+           " ms) taken off";
+}
+
 void warn(const std::string& text) {
     std::fprintf(stderr, "tvhost: warning: %s\n", text.c_str());
 }
@@ -87,7 +86,9 @@ void warn(const std::string& text) {
 
 CLI::App* RenderCommand::declare(CLI::App& app) {
     CLI::App* const command = app.add_subcommand("render", "Send a sound file through an effect");
-    command->add_option("IN", input_, "Sound file to read, mono or stereo, at any sample rate")
+    command
+        ->add_option("IN", input_,
+                     "Sound file to read, of any number of channels, at any sample rate")
         ->required()
         ->type_name("");
     command
@@ -120,8 +121,13 @@ CLI::App* RenderCommand::declare(CLI::App& app) {
                      "Length of what follows the input's end; without it until the echoes have "
                      "died away below -90 dBFS, at most 60 s")
         ->type_name("SECONDS");
+    declareLongestGap(*command, longestGap_);
+    command->add_flag("--force", force_, "Render what there is of a damaged input, with a warning");
+    command->add_flag("--no-compensation", uncompensated_,
+                      "Leave the effect's latency in the output");
     command->footer(
-        "A mono input feeds both inputs of a stereo effect. OUT appears when it is complete and\n"
+        "A mono input feeds both inputs of a stereo effect; otherwise each channel goes into one\n"
+        "input, and inputs without a channel get silence. OUT appears when it is complete and\n"
         "may be IN. WAV, AIFF, CAF, W64, RF64 and AU are written in floating point and keep what\n"
         "goes beyond full scale; FLAC has 24 bits and clips it.\n"
         "\n"
@@ -132,40 +138,61 @@ CLI::App* RenderCommand::declare(CLI::App& app) {
 }
 
 void RenderCommand::run() {
-    const int blockSize = blockFrom(block_);
     const std::optional<int> givenRate = rateFrom(rate_);
-    const std::optional<double> tailSeconds = tailFrom(tail_);
+    RenderTerms terms;
+    terms.blockSize = blockFrom(block_);
+    terms.tailSeconds = secondsFrom("--tail", tail_, kLongestTail);
+    terms.longestGap = longestGapFrom(longestGap_);
+    terms.compensated = !uncompensated_;
     SoundFormat::requireKnownExtension(output_);
 
     EffectInstance effect(options_.load());
     effect.requireAudio();
-    const std::unique_ptr<FrameSource> source = openInput(input_, givenRate);
+    auto reader = std::make_unique<SoundFileReader>(input_);
+    const SoundFileReader& file = *reader;
+    const std::unique_ptr<FrameSource> source = atRate(std::move(reader), givenRate, input_);
     const int sampleRate = source->sampleRate();
-    effect.start(sampleRate, blockSize);
+    effect.start(sampleRate, terms.blockSize);
     options_.settings.apply(effect);
+    effect.followIoChange();
     Automation changes(effect, automation_, sampleRate);
 
     const std::int64_t expected =
         source->expectedFrames() +
-        static_cast<std::int64_t>(tailSeconds.value_or(TailGate::kLongestSeconds) * sampleRate);
+        static_cast<std::int64_t>(terms.tailSeconds.value_or(TailGate::kLongestSeconds) *
+                                  sampleRate);
     const SoundFormat format =
         SoundFormat::forFile(output_, effect.outputCount(), sampleRate, expected);
     SoundFileWriter writer(output_, format, effect.outputCount(), sampleRate);
 
+    Renderer renderer(effect, *source, changes, writer, terms);
     const auto begin = std::chrono::steady_clock::now();
     {
         ProgressBar progress(source->expectedFrames(), sampleRate);
-        Renderer(effect, *source, changes, writer, blockSize, tailSeconds).run(progress);
+        renderer.run(progress);
+    }
+    const std::string damage = file.damage();
+    if (!damage.empty() && !force_) {
+        throw UserError(input_ + " is damaged: " + damage +
+                        "; give an intact file, or --force to render what there is");
     }
     writer.finish();
     const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - begin;
 
-    if (source->channels() > effect.inputCount()) {
-        warn(effect.name() + " takes one channel, so it got the mean of left and right");
+    if (!damage.empty()) {
+        warn(input_ + " is damaged: " + damage);
+    }
+    const ChannelPlan plan(source->channels(), effect.inputCount(), effect.outputCount());
+    if (const std::string note = plan.note(effect.name()); !note.empty()) {
+        warn(note);
     }
     if (writer.samplesClipped() > 0) {
         warn(count(writer.samplesClipped(), "sample") + " beyond full scale clipped in " + output_ +
              ", since " + format.name + " cannot hold them; WAV can");
+    }
+    if (renderer.tailWasCut()) {
+        warn("the tail was still heard when it was cut after " +
+             shortNumber(TailGate::kLongestSeconds, 0) + " s; --tail makes it longer");
     }
     if (changes.pending() > 0) {
         warn(count(changes.pending(), "--automate point") +
@@ -173,9 +200,10 @@ void RenderCommand::run() {
     }
 
     const double seconds = static_cast<double>(writer.framesWritten()) / sampleRate;
-    std::cout << output_ << ": " << fixedNumber(seconds, 3) << " s, peak "
+    std::cout << plainText(output_) << ": " << fixedNumber(seconds, 3) << " s, peak "
               << decibelText(writer.peak()) << "FS, " << fixedNumber(seconds / elapsed.count(), 0)
-              << "x real time\n";
+              << "x real time" << latencyNote(renderer.latency(), sampleRate) << "\n"
+              << std::flush;
 }
 
 } // namespace tvhost

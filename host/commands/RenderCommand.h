@@ -22,6 +22,9 @@ private:
     std::string block_;
     std::string rate_;
     std::string tail_;
+    std::string longestGap_;
+    bool uncompensated_ = false;
+    bool force_ = false;
 };
 
 } // namespace tvhost

@@ -9,6 +9,8 @@ namespace tvhost {
 
 namespace {
 
+constexpr int kBlockSize = 512;
+
 EffectMeasurement::Parameter describe(const EffectInstance& effect, int index) {
     const double value = static_cast<double>(effect.parameter(index));
     const std::string display = effect.parameterDisplay(index);
@@ -25,10 +27,10 @@ EffectMeasurement::Parameter describe(const EffectInstance& effect, int index) {
 } // namespace
 
 EffectMeasurement::EffectMeasurement(const std::shared_ptr<const PluginModule>& module,
-                                     const EffectSettings& settings)
-    : impulse_(module, settings, kSampleRate) {
+                                     const EffectSettings& settings, double longestGap)
+    : impulse_(module, settings, kSampleRate, longestGap) {
     EffectInstance instance(module);
-    instance.start(kSampleRate, 1);
+    instance.start(kSampleRate, kBlockSize);
     settings.apply(instance);
     effect_ = instance.name();
     vendor_ = instance.vendorName();

@@ -4,6 +4,7 @@
 #include "host/measure/EchoAnalysis.h"
 #include "host/measure/ImpulseResponse.h"
 #include "host/presets/EffectSettings.h"
+#include "host/render/TailGate.h"
 
 #include <memory>
 #include <string>
@@ -28,8 +29,10 @@ public:
     };
 
     // Throws UserError when the effect cannot be driven or set so.
+    // `longestGap` as of ImpulseResponse.
     EffectMeasurement(const std::shared_ptr<const PluginModule>& module,
-                      const EffectSettings& settings);
+                      const EffectSettings& settings,
+                      double longestGap = TailGate::kUsualGapSeconds);
 
     const std::string& effectName() const { return effect_; }
     const std::string& vendorName() const { return vendor_; }

@@ -19,11 +19,13 @@ constexpr double kLongestSeconds = 12.0;
 } // namespace
 
 ImpulseResponse::ImpulseResponse(const std::shared_ptr<const PluginModule>& module,
-                                 const EffectSettings& settings, double sampleRate)
-    : rate_(sampleRate) {
+                                 const EffectSettings& settings, double sampleRate,
+                                 double longestGap)
+    : rate_(sampleRate), longestGap_(longestGap) {
     for (int input = 0; input < inputCount_; ++input) {
         measure(module, settings, input);
     }
+    takeLatencyOff();
     std::size_t longest = 0;
     for (const std::vector<float>& path : paths_) {
         longest = std::max(longest, path.size());
@@ -43,10 +45,14 @@ void ImpulseResponse::measure(const std::shared_ptr<const PluginModule>& module,
     effect.requireAudio();
     effect.start(rate_, kBlockSize);
     settings.apply(effect);
-    inputCount_ = effect.inputCount();
-    outputCount_ = effect.outputCount();
+    effect.followIoChange();
+    latency_ = effect.latency();
+    allInputs_ = effect.inputCount();
+    allOutputs_ = effect.outputCount();
+    inputCount_ = std::min(allInputs_, kMostChannels);
+    outputCount_ = std::min(allOutputs_, kMostChannels);
 
-    std::vector<std::vector<float>> buffers(static_cast<std::size_t>(inputCount_ + outputCount_),
+    std::vector<std::vector<float>> buffers(static_cast<std::size_t>(allInputs_ + allOutputs_),
                                             std::vector<float>(kBlockSize));
     std::vector<float*> pointers;
     pointers.reserve(buffers.size());
@@ -54,17 +60,18 @@ void ImpulseResponse::measure(const std::shared_ptr<const PluginModule>& module,
         pointers.push_back(buffer.data());
     }
     float** const in = pointers.data();
-    float** const out = pointers.data() + inputCount_;
+    float** const out = pointers.data() + allInputs_;
 
     const std::size_t first = paths_.size();
     paths_.resize(first + static_cast<std::size_t>(outputCount_));
-    const auto quietFrames = static_cast<std::int64_t>(TailGate::kQuietSeconds * rate_);
-    const auto longest = static_cast<std::int64_t>(kLongestSeconds * rate_);
+    const auto quietFrames = static_cast<std::int64_t>(longestGap_ * rate_);
+    const auto longest =
+        static_cast<std::int64_t>(std::max(kLongestSeconds, 2.0 * longestGap_) * rate_);
     std::int64_t quietFrom = 0;
     for (std::int64_t frame = 0; frame - quietFrom < quietFrames && frame < longest;
          frame += kBlockSize) {
         // Effects may write over their input, so each block starts from silence.
-        for (int c = 0; c < inputCount_; ++c) {
+        for (int c = 0; c < allInputs_; ++c) {
             std::fill_n(in[c], kBlockSize, 0.0f);
         }
         if (frame == 0) {
@@ -86,6 +93,20 @@ void ImpulseResponse::measure(const std::shared_ptr<const PluginModule>& module,
             std::vector<float>& path = paths_[first + static_cast<std::size_t>(c)];
             path.insert(path.end(), out[c], out[c] + kBlockSize);
         }
+    }
+}
+
+// Never more than there is: an effect may say that it is later than it is.
+void ImpulseResponse::takeLatencyOff() {
+    std::int64_t first = latency_;
+    for (const std::vector<float>& path : paths_) {
+        const auto heard = std::find_if(path.begin(), path.end(),
+                                        [](float sample) { return std::abs(sample) >= kQuiet; });
+        first = std::min<std::int64_t>(first, heard - path.begin());
+    }
+    latency_ = first;
+    for (std::vector<float>& path : paths_) {
+        path.erase(path.begin(), path.begin() + first);
     }
 }
 

@@ -4,6 +4,7 @@
 #include "host/plugin/PluginModule.h"
 #include "host/presets/EffectSettings.h"
 
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -14,21 +15,32 @@ namespace tvhost {
 // of the one before.
 class ImpulseResponse {
 public:
-    // Measures until the response stays below -120 dB, at most 12 s. Throws UserError when the
-    // effect cannot be driven or set so, or produces NaN or infinity.
+    static constexpr int kMostChannels = 2; // in and out each, the first ones
+
+    // Measures until the response has stayed below -120 dB for `longestGap` seconds, for at most
+    // 12 s or twice that gap. Throws UserError when the effect cannot be driven or set so, or
+    // produces NaN or infinity.
     ImpulseResponse(const std::shared_ptr<const PluginModule>& module,
-                    const EffectSettings& settings, double sampleRate);
+                    const EffectSettings& settings, double sampleRate, double longestGap);
 
     double sampleRate() const { return rate_; }
+    // How many were measured, of all that the effect has.
     int inputs() const { return inputCount_; }
     int outputs() const { return outputCount_; }
+    int allInputs() const { return allInputs_; }
+    int allOutputs() const { return allOutputs_; }
 
-    // Amplitudes from the impulse on. All paths are equally long.
+    // Frames by which the effect says that all its output is late; they are no part of the paths.
+    std::int64_t latency() const { return latency_; }
+
+    // Amplitudes from the impulse on, as they would come without latency. All paths are equally
+    // long.
     const std::vector<float>& path(int input, int output) const;
 
 private:
     void measure(const std::shared_ptr<const PluginModule>& module, const EffectSettings& settings,
                  int input);
+    void takeLatencyOff();
 
     std::size_t pathIndex(int input, int output) const {
         return static_cast<std::size_t>(input) * static_cast<std::size_t>(outputCount_) +
@@ -38,6 +50,10 @@ private:
     double rate_;
     int inputCount_ = 1;
     int outputCount_ = 1;
+    int allInputs_ = 1;
+    int allOutputs_ = 1;
+    double longestGap_;
+    std::int64_t latency_ = 0;
     std::vector<std::vector<float>> paths_; // by input, then output
 };
 

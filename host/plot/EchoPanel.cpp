@@ -16,6 +16,7 @@ constexpr double kLabelSize = 9.0;
 constexpr double kAxisSize = 9.5;
 constexpr double kSmallSize = 8.5;
 constexpr double kLabelGap = 6.0;
+constexpr double kSameTime = 2.0;
 
 } // namespace
 
@@ -85,13 +86,25 @@ void EchoPanel::drawMarks(Canvas& canvas) const {
                      [](const Mark& a, const Mark& b) { return a.echo->frame < b.echo->frame; });
 
     double labelsEnd = -kLabelGap;
-    for (const Mark& mark : marks) {
-        const double x = xOf(*mark.echo);
-        const double y = yOf(*mark.echo);
-        canvas.dot(x, y, 3.2, style::inputColour(mark.input), style::kPaper);
+    for (auto mark = marks.begin(); mark != marks.end();) {
+        // What comes from both inputs at once has one label with both levels.
+        const double x = xOf(*mark->echo);
+        const auto end = std::find_if(mark, marks.end(), [&](const Mark& other) {
+            return xOf(*other.echo) > x + kSameTime || other.direct != mark->direct ||
+                   (other.input == mark->input && other.echo != mark->echo);
+        });
+        double y = area_.bottom();
+        std::string howLoud;
+        for (auto one = mark; one != end; ++one) {
+            canvas.dot(xOf(*one->echo), yOf(*one->echo), 3.2, style::inputColour(one->input),
+                       style::kPaper);
+            y = std::min(y, yOf(*one->echo));
+            howLoud += (one == mark ? "" : " / ") + levelText(one->echo->level);
+        }
         const std::string when =
-            mark.direct ? "direct" : millisecondText(static_cast<double>(mark.echo->frame) / rate);
-        const std::string howLoud = levelText(mark.echo->level);
+            mark->direct ? "direct"
+                         : millisecondText(static_cast<double>(mark->echo->frame) / rate);
+        mark = end;
         const double width = std::max(canvas.textWidth(when, kLabelSize, Weight::kBold),
                                       canvas.textWidth(howLoud, kLabelSize));
         const double left = std::clamp(x - width / 2.0, area_.x + 3.0, area_.right() - width - 3.0);

@@ -24,8 +24,12 @@ inline const Colour& inputColour(int input) {
     return input == 0 ? kLeftInput : kRightInput;
 }
 
-// "left input", "right output", or just "input" when there is only one.
+// "left input", "right output", or just "input" when there is only one; "first output" when there
+// are more than two. `channel` is 0 or 1.
 inline std::string channelWords(int channel, int channels, const std::string& what) {
+    if (channels > 2) {
+        return (channel == 0 ? "first " : "second ") + what;
+    }
     return channels == 1 ? what : (channel == 0 ? "left " : "right ") + what;
 }
 

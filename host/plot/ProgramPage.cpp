@@ -39,6 +39,24 @@ std::string capital(std::string text) {
     return text;
 }
 
+// What the picture leaves out.
+std::string remarks(const ImpulseResponse& response) {
+    std::string text;
+    if (response.latency() > 0) {
+        const double seconds = static_cast<double>(response.latency()) / response.sampleRate();
+        text += "; latency of " + std::to_string(response.latency()) + " samples, " +
+                millisecondText(seconds) + ", taken off";
+    }
+    const auto partly = [&](int shown, int all, const char* what) {
+        if (shown < all) {
+            text += "; the first " + std::to_string(shown) + " of " + std::to_string(all) + what;
+        }
+    };
+    partly(response.inputs(), response.allInputs(), " inputs");
+    partly(response.outputs(), response.allOutputs(), " outputs");
+    return text;
+}
+
 void drawHeading(Canvas& canvas, double y, const std::string& words, const std::string& note) {
     canvas.text(kMargin, y, words, kHeadingSize, style::kInk, Align::kLeft, Weight::kBold);
     canvas.text(kMargin + canvas.textWidth(words, kHeadingSize, Weight::kBold) + 10.0, y, note,
@@ -144,7 +162,7 @@ void ProgramPage::drawEchoes(Canvas& canvas) const {
     double x = kPlotRight;
     for (int input = response.inputs() - 1; input >= 0; --input) {
         const std::string words =
-            "impulse into the " + style::channelWords(input, response.inputs(), "input");
+            "impulse into the " + style::channelWords(input, response.allInputs(), "input");
         canvas.text(x, y - 10.0, words, 10.0, style::kInk, Align::kRight);
         x -= canvas.textWidth(words, 10.0) + 7.0;
         canvas.fill({x - 10.0, y - 19.0, 10.0, 10.0}, style::inputColour(input));
@@ -158,7 +176,7 @@ void ProgramPage::drawEchoes(Canvas& canvas) const {
         const bool last = output + 1 == response.outputs();
         EchoPanel(measurement_, output, area, seconds, top, kFloor, kLabelRoom).draw(canvas, last);
         canvas.uprightText(kMargin - 2.0, y + kEchoHeight / 2.0,
-                           capital(style::channelWords(output, response.outputs(), "output")) +
+                           capital(style::channelWords(output, response.allOutputs(), "output")) +
                                ", dB",
                            10.0, style::kInk);
         y += kEchoHeight + (last ? 0.0 : kEchoGap);
@@ -172,8 +190,8 @@ void ProgramPage::drawResponse(Canvas& canvas) const {
     const double y = responseTop();
     const EffectMeasurement::Path path = measurement_.leadingPath();
     const EchoAnalysis& echoes = measurement_.echoes(path.input, path.output);
-    const std::string from = style::channelWords(path.input, response.inputs(), "input");
-    const std::string to = style::channelWords(path.output, response.outputs(), "output");
+    const std::string from = style::channelWords(path.input, response.allInputs(), "input");
+    const std::string to = style::channelWords(path.output, response.allOutputs(), "output");
     std::string note = from + " to " + to;
     if (echoes.echoCount() == 0) {
         note += ", no echoes";
@@ -188,7 +206,7 @@ void ProgramPage::drawResponse(Canvas& canvas) const {
                 style::kInk, Align::kCentre);
     canvas.text(kPlotRight, y + kResponseHeight + 52.0,
                 "tvhost plot, one sample of 1.0 at " + shortNumber(response.sampleRate(), 0) +
-                    " Hz into each input in turn",
+                    " Hz into each input in turn" + remarks(response),
                 9.0, style::kMuted, Align::kRight);
 }
 

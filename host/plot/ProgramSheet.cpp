@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace tvhost {
 
@@ -31,16 +32,15 @@ constexpr int kFewestColumns = 4;
 
 } // namespace
 
-ProgramSheet::ProgramSheet(const std::vector<EffectMeasurement>& measurements)
-    : measurements_(measurements) {
-    const double count = static_cast<double>(measurements_.size());
+ProgramSheet::ProgramSheet(int programs, Measure measure)
+    : programs_(programs), measure_(std::move(measure)) {
     // About as wide as high when there are many, never wider than there is to show.
     const int square = static_cast<int>(
-        std::ceil(std::sqrt(count * (kCellHeight + kRowGap) / (kCellWidth + kColumnGap))));
-    columns_ = std::min(std::max(square, kFewestColumns), static_cast<int>(measurements_.size()));
-    rows_ = (static_cast<int>(measurements_.size()) + columns_ - 1) / columns_;
-    seconds_ = 0.0;
-    for (const EffectMeasurement& measurement : measurements_) {
+        std::ceil(std::sqrt(programs_ * (kCellHeight + kRowGap) / (kCellWidth + kColumnGap))));
+    columns_ = std::min(std::max(square, kFewestColumns), programs_);
+    rows_ = (programs_ + columns_ - 1) / columns_;
+    for (int program = 0; program < programs_; ++program) {
+        const EffectMeasurement measurement = measure_(program);
         seconds_ = std::max(seconds_, secondsToShow(measurement, kFloor, 1000));
         highestLevel_ = std::max(highestLevel_, levelAbove(measurement));
         highestGain_ = std::max(highestGain_, ResponsePanel(measurement, {0, 0, 1, 1}).peak());
@@ -59,13 +59,11 @@ double ProgramSheet::height() const {
     return kMargin + kHeading + rows_ * kCellHeight + (rows_ - 1) * kRowGap + kFooter + kMargin;
 }
 
-void ProgramSheet::drawHeading(Canvas& canvas) const {
-    const EffectMeasurement& any = measurements_.front();
+void ProgramSheet::drawHeading(Canvas& canvas, const EffectMeasurement& any) const {
     const ImpulseResponse& response = any.response();
-    const std::size_t count = measurements_.size();
     canvas.text(kMargin, kMargin + 20.0,
-                any.effectName() + " \u2013 " + std::to_string(count) +
-                    (count == 1 ? " program" : " programs"),
+                any.effectName() + " \u2013 " + std::to_string(programs_) +
+                    (programs_ == 1 ? " program" : " programs"),
                 24.0, style::kInk, Align::kLeft, Weight::kBold);
 
     double x = kMargin;
@@ -73,7 +71,7 @@ void ProgramSheet::drawHeading(Canvas& canvas) const {
     for (int input = 0; input < response.inputs(); ++input) {
         canvas.fill({x, y - 9.0, 10.0, 10.0}, style::inputColour(input));
         const std::string words =
-            "impulse into the " + style::channelWords(input, response.inputs(), "input");
+            "impulse into the " + style::channelWords(input, response.allInputs(), "input");
         canvas.text(x + 16.0, y, words, 10.0, style::kInk);
         x += 16.0 + canvas.textWidth(words, 10.0) + 20.0;
     }
@@ -137,11 +135,14 @@ void ProgramSheet::drawCell(Canvas& canvas, const EffectMeasurement& measurement
 }
 
 void ProgramSheet::draw(Canvas& canvas) const {
-    drawHeading(canvas);
-    for (std::size_t i = 0; i < measurements_.size(); ++i) {
-        const int column = static_cast<int>(i) % columns_;
-        const int row = static_cast<int>(i) / columns_;
-        drawCell(canvas, measurements_[i], kMargin + column * (kCellWidth + kColumnGap),
+    for (int program = 0; program < programs_; ++program) {
+        const EffectMeasurement measurement = measure_(program);
+        if (program == 0) {
+            drawHeading(canvas, measurement);
+        }
+        const int column = program % columns_;
+        const int row = program / columns_;
+        drawCell(canvas, measurement, kMargin + column * (kCellWidth + kColumnGap),
                  kMargin + kHeading + row * (kCellHeight + kRowGap));
     }
 }

@@ -15,13 +15,12 @@ namespace {
 // Plug-ins write names without a limit, so the buffer has to be far beyond the published lengths.
 using TextBuffer = std::array<char, 4096>;
 
+// What an effect hears before it is played, as in a host whose transport stands.
+constexpr int kSilentFrames = 512;
+
 std::string contents(TextBuffer& buffer) {
     buffer.back() = 0;
     return plainText(buffer.data());
-}
-
-std::string channelCount(int count) {
-    return std::to_string(count) + (count == 1 ? " channel" : " channels");
 }
 
 } // namespace
@@ -133,14 +132,15 @@ bool EffectInstance::acceptsPreset(Scope scope, VstPatchChunkInfo info) const {
 }
 
 void EffectInstance::requireAudio() const {
-    const auto fits = [](int channels) { return channels == 1 || channels == 2; };
-    if (effect_->numInputs == 0) {
-        throw UserError(name() + " takes no sound in; give an effect, not an instrument");
+    if ((effect_->flags & effFlagsIsSynth) != 0) {
+        throw UserError(name() + " is an instrument, which makes no sound without notes; "
+                                 "give an effect");
     }
-    if (!fits(effect_->numInputs) || !fits(effect_->numOutputs)) {
-        throw UserError(name() + " has " + channelCount(effect_->numInputs) + " in and " +
-                        std::to_string(effect_->numOutputs) +
-                        " out; tvhost drives effects of one or two channels each");
+    if (inputCount() == 0) {
+        throw UserError(name() + " takes no sound in; give an effect that does");
+    }
+    if (outputCount() == 0) {
+        throw UserError(name() + " gives no sound out; give an effect that does");
     }
     if (!canReplace()) {
         throw UserError(name() + " can only add to its output; "
@@ -169,22 +169,19 @@ void EffectInstance::start(double sampleRate, int blockSize) {
     host_.setBlockSize(blockSize);
     dispatch(effSetSampleRate, 0, 0, nullptr, static_cast<float>(sampleRate));
     dispatch(effSetBlockSize, 0, blockSize);
-    dispatch(effMainsChanged, 0, 1);
-    dispatch(effStartProcess);
+    host_.takeIoChange();
+    switchOn();
     running_ = true;
+    followIoChange();
 
     // Effects may take up a new rate only when they process, and write parameters anew as they do.
-    // A block without frames lets that happen before anything is set.
-    if (!canReplace()) {
-        return;
+    if (canReplace()) {
+        host_.setPlaying(false);
+        processSilence(blockSize);
+        host_.setPlaying(true);
+        followIoChange();
     }
-    std::vector<float> silence(
-        static_cast<std::size_t>(std::max({inputCount(), outputCount(), 1})));
-    std::vector<float*> channels;
-    for (float& sample : silence) {
-        channels.push_back(&sample);
-    }
-    process(channels.data(), channels.data(), 0);
+    position_ = 0;
 }
 
 void EffectInstance::stop() {
@@ -192,8 +189,49 @@ void EffectInstance::stop() {
         return;
     }
     running_ = false;
+    switchOff();
+}
+
+void EffectInstance::switchOn() {
+    dispatch(effMainsChanged, 0, 1);
+    dispatch(effStartProcess);
+}
+
+void EffectInstance::switchOff() {
     dispatch(effStopProcess);
     dispatch(effMainsChanged, 0, 0);
+}
+
+// A new latency or number of channels holds from the next time that the effect is switched on.
+void EffectInstance::followIoChange() {
+    if (host_.takeIoChange()) {
+        switchOff();
+        switchOn();
+    }
+}
+
+// The length doesn't depend on the block size, or what is rendered would.
+void EffectInstance::processSilence(int blockSize) {
+    const std::size_t width = static_cast<std::size_t>(inputCount() + outputCount());
+    const int longest = std::min(blockSize, kSilentFrames);
+    std::vector<std::vector<float>> buffers(width,
+                                            std::vector<float>(static_cast<std::size_t>(longest)));
+    std::vector<float*> channels;
+    channels.reserve(width + 1);
+    for (std::vector<float>& buffer : buffers) {
+        channels.push_back(buffer.data());
+    }
+    channels.push_back(nullptr); // so that there is something to point to without any channel
+    for (int done = 0; done < kSilentFrames;) {
+        const int frames = std::min(longest, kSilentFrames - done);
+        position_ = 0;
+        process(channels.data(), channels.data() + inputCount(), frames);
+        // An effect may work in place on what it was given.
+        for (std::vector<float>& buffer : buffers) {
+            std::fill(buffer.begin(), buffer.end(), 0.0f);
+        }
+        done += frames;
+    }
 }
 
 void EffectInstance::process(float** inputs, float** outputs, int frames) {

@@ -69,22 +69,30 @@ public:
     // doesn't know does.
     bool acceptsPreset(Scope scope, VstPatchChunkInfo info) const;
 
-    // Throws UserError unless the effect takes one or two channels, gives one or two and can write
-    // over its output buffers.
+    // Throws UserError for an instrument, and unless the effect takes sound in, gives sound out and
+    // can write over its output buffers.
     void requireAudio() const;
     int inputCount() const { return std::max(effect_->numInputs, 0); }
     int outputCount() const { return std::max(effect_->numOutputs, 0); }
     // Whether the effect can write over its output buffers.
     bool canReplace() const;
 
+    // How many frames later than its input the effect's output comes, as it says now; it may say
+    // otherwise after start(), or when parameters change.
+    int latency() const { return std::max(effect_->initialDelay, 0); }
+
     // Switches the effect on for blocks of at most `blockSize` frames, and off again. After
-    // start() an effect that can replace has taken up the rate, so that parameters set from then on
-    // hold.
+    // start() an effect that can replace has heard a moment of silence, as a host gives it before
+    // it plays: it has taken up the rate, so that parameters set from then on hold.
     void start(double sampleRate, int blockSize);
     void stop();
 
+    // Lets an effect that has asked for it since it was started take up a new latency or number of
+    // channels. Only between start() and stop().
+    void followIoChange();
+
     // One pointer a channel, `frames` frames each, at most the block size. Only between start() and
-    // stop(), and only when the effect can replace. The time line advances by `frames`.
+    // stop(), and only when the effect can replace. The time line advances by `frames`, 1 or more.
     void process(float** inputs, float** outputs, int frames);
 
     bool hasEditor() const { return (effect_->flags & effFlagsHasEditor) != 0; }
@@ -106,6 +114,9 @@ private:
     std::string text(VstInt32 opcode, VstInt32 index = 0, VstIntPtr value = 0) const;
     std::int32_t number(VstInt32 opcode, VstInt32 index = 0) const;
     std::vector<std::string> readProgramNames() const;
+    void switchOn();
+    void switchOff();
+    void processSilence(int blockSize);
 
     std::shared_ptr<const PluginModule> plugin_;
     HostCallback host_;

@@ -51,7 +51,8 @@ VstIntPtr canDo(const void* ptr) {
         return 0;
     }
     const std::string_view ability = static_cast<const char*>(ptr);
-    return ability == "sendVstTimeInfo" || ability == "startStopProcess" || ability == "sizeWindow"
+    return ability == "sendVstTimeInfo" || ability == "acceptIOChanges" ||
+                   ability == "startStopProcess" || ability == "sizeWindow"
                ? 1
                : 0;
 }
@@ -124,6 +125,9 @@ VstIntPtr HostCallback::answer(const AEffect* effect, VstInt32 opcode, VstInt32 
         return reinterpret_cast<VstIntPtr>(folder_.c_str());
     case audioMasterSizeWindow:
         return sizeRequest_ && sizeRequest_(index, static_cast<int>(value)) ? 1 : 0;
+    case audioMasterIOChanged:
+        ioChanged_ = true;
+        return 1;
     case audioMasterUpdateDisplay:
     case audioMasterBeginEdit:
     case audioMasterEndEdit:
@@ -146,8 +150,8 @@ VstIntPtr HostCallback::timeInfo() {
         static_cast<double>(static_cast<std::int64_t>(beats / kBeatsPerBar)) * kBeatsPerBar;
     time_.timeSigNumerator = static_cast<VstInt32>(kBeatsPerBar);
     time_.timeSigDenominator = 4;
-    time_.flags = kTransportPlaying | kNanosecondsValid | kBeatPositionValid | kTempoValid |
-                  kBarStartValid | kTimeSignatureValid;
+    time_.flags = (playing_ ? kTransportPlaying : 0) | kNanosecondsValid | kBeatPositionValid |
+                  kTempoValid | kBarStartValid | kTimeSignatureValid;
     return reinterpret_cast<VstIntPtr>(&time_);
 }
 

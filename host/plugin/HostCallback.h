@@ -4,6 +4,7 @@
 #include "plugin/vst2/AEffect.h"
 #include "plugin/vst2/Records.h"
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -36,6 +37,13 @@ public:
     // Position on the time line of the next frame to be processed, in frames.
     void setPosition(std::int64_t frame) { position_ = frame; }
 
+    // Whether the time line moves as the effect processes.
+    void setPlaying(bool state) { playing_ = state; }
+
+    // Whether the effect has said since the last call that its channels or its latency changed. Any
+    // thread.
+    bool takeIoChange() { return ioChanged_.exchange(false); }
+
     // Whether the effect is inside its process call.
     void setProcessing(bool state) { processing_ = state; }
 
@@ -53,6 +61,8 @@ private:
     int blockSize_ = 512;
     std::int64_t position_ = 0;
     bool processing_ = false;
+    bool playing_ = true;
+    std::atomic<bool> ioChanged_{false};
     SizeRequestHandler sizeRequest_;
     VstTimeInfo time_{};
 };

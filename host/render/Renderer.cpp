@@ -23,31 +23,26 @@ std::vector<float*> pointers(std::vector<std::vector<float>>& channels) {
 } // namespace
 
 Renderer::Renderer(EffectInstance& effect, FrameSource& source, Automation& automation,
-                   SoundFileWriter& writer, int blockSize, std::optional<double> tailSeconds)
-    : effect_(effect), source_(source), automation_(automation), writer_(writer),
-      blockSize_(blockSize), tailSeconds_(tailSeconds),
-      sourceFrames_(static_cast<std::size_t>(blockSize_ * source_.channels())),
+                   SoundFileWriter& writer, const RenderTerms& terms)
+    : effect_(effect), source_(source), automation_(automation), writer_(writer), terms_(terms),
+      plan_(source_.channels(), effect_.inputCount(), effect_.outputCount()),
+      latency_(terms_.compensated ? effect_.latency() : 0),
+      sourceFrames_(static_cast<std::size_t>(terms_.blockSize) *
+                    static_cast<std::size_t>(source_.channels())),
       inputs_(static_cast<std::size_t>(effect_.inputCount()),
-              std::vector<float>(static_cast<std::size_t>(blockSize_))),
+              std::vector<float>(static_cast<std::size_t>(terms_.blockSize))),
       outputs_(static_cast<std::size_t>(effect_.outputCount()),
-               std::vector<float>(static_cast<std::size_t>(blockSize_))),
-      outputFrames_(static_cast<std::size_t>(blockSize_ * effect_.outputCount())) {}
+               std::vector<float>(static_cast<std::size_t>(terms_.blockSize))),
+      outputFrames_(static_cast<std::size_t>(terms_.blockSize) *
+                    static_cast<std::size_t>(effect_.outputCount())) {}
 
 // Fills the effect's inputs with the stream's next frames, then silence; answers how many frames
 // the stream gave.
 int Renderer::fillInput(int frames) {
     const int given = source_.read(sourceFrames_.data(), frames);
-    const std::size_t channels = static_cast<std::size_t>(source_.channels());
-    for (std::size_t c = 0; c < inputs_.size(); ++c) {
-        for (std::size_t i = 0; i < static_cast<std::size_t>(given); ++i) {
-            const float* frame = &sourceFrames_[i * channels];
-            if (channels == inputs_.size()) {
-                inputs_[c][i] = frame[c];
-            } else {
-                inputs_[c][i] = channels == 1 ? frame[0] : 0.5f * (frame[0] + frame[1]);
-            }
-        }
-        std::fill(inputs_[c].begin() + given, inputs_[c].begin() + frames, 0.0f);
+    plan_.spread(sourceFrames_.data(), given, inputs_);
+    for (std::vector<float>& input : inputs_) {
+        std::fill(input.begin() + given, input.begin() + frames, 0.0f);
     }
     return given;
 }
@@ -81,47 +76,65 @@ TailGate Renderer::makeGate() const {
     const auto frames = [this](double seconds) {
         return std::llround(seconds * source_.sampleRate());
     };
-    if (tailSeconds_) {
-        return TailGate::ofLength(effect_.outputCount(), frames(*tailSeconds_));
+    if (terms_.tailSeconds) {
+        return TailGate::ofLength(effect_.outputCount(), frames(*terms_.tailSeconds));
     }
-    // Changes still to come may bring echoes back, and an effect may know that it has longer gaps.
-    return TailGate::untilQuiet(
-        effect_.outputCount(),
-        std::max<std::int64_t>(frames(TailGate::kQuietSeconds), effect_.tailSize()),
-        frames(TailGate::kLongestSeconds), automation_.lastFrame() - inputEnd_);
+    // Changes still to come may bring echoes back, and an effect may know that it has longer gaps;
+    // some say that they never end.
+    const std::int64_t longest = frames(TailGate::kLongestSeconds);
+    const std::int64_t told = effect_.tailSize() < longest ? effect_.tailSize() : 0;
+    return TailGate::untilQuiet(effect_.outputCount(),
+                                std::max<std::int64_t>(frames(terms_.longestGap), told), longest,
+                                automation_.lastFrame() - inputEnd_);
+}
+
+void Renderer::pushTail(TailGate& tail, int from, int to) {
+    const std::ptrdiff_t width = effect_.outputCount();
+    for (int i = from; i < to && !tail.isFinished(); ++i) {
+        tail.push(outputFrames_.data() + i * width);
+    }
+    std::vector<float>& ready = tail.ready();
+    writer_.write(ready.data(), static_cast<std::int64_t>(ready.size()) / effect_.outputCount());
+    ready.clear();
 }
 
 void Renderer::run(ProgressBar& progress) {
+    bool inputEnded = false;
     std::optional<TailGate> tail;
     while (!tail || !tail->isFinished()) {
         automation_.apply(effect_, position_);
-        const int frames = static_cast<int>(automation_.framesUntilNext(position_, blockSize_));
-        const int given = tail ? 0 : fillInput(frames);
-        if (tail) {
+        const int frames =
+            static_cast<int>(automation_.framesUntilNext(position_, terms_.blockSize));
+        if (inputEnded) {
             for (std::vector<float>& input : inputs_) {
                 std::fill(input.begin(), input.end(), 0.0f);
             }
+        } else {
+            const int given = fillInput(frames);
+            inputEnded = given < frames;
+            inputEnd_ = position_ + given;
         }
         process(frames);
 
-        writer_.write(outputFrames_.data(), given);
-        if (!tail && given < frames) {
-            inputEnd_ = position_ + given;
+        // What comes out answers what went in `latency_` frames before.
+        const auto within = [&](std::int64_t frame) {
+            return static_cast<int>(
+                std::clamp<std::int64_t>(frame - position_, 0, static_cast<std::int64_t>(frames)));
+        };
+        const int begin = within(latency_);
+        const int end = inputEnded ? within(inputEnd_ + latency_) : frames;
+        writer_.write(outputFrames_.data() + std::ptrdiff_t{begin} * effect_.outputCount(),
+                      end - begin);
+        if (!tail && inputEnded && end < frames) {
             tail = makeGate();
         }
         if (tail) {
-            const std::ptrdiff_t width = effect_.outputCount();
-            for (int i = given; i < frames && !tail->isFinished(); ++i) {
-                tail->push(outputFrames_.data() + i * width);
-            }
-            std::vector<float>& ready = tail->ready();
-            writer_.write(ready.data(),
-                          static_cast<std::int64_t>(ready.size()) / effect_.outputCount());
-            ready.clear();
+            pushTail(*tail, end, frames);
         }
         position_ += frames;
         progress.update(position_, tail.has_value());
     }
+    tailCut_ = tail->wasCut();
 }
 
 } // namespace tvhost

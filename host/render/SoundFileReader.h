@@ -9,11 +9,10 @@
 
 namespace tvhost {
 
-// A mono or stereo sound file of any format libsndfile reads.
+// A sound file of any number of channels and any format libsndfile reads.
 class SoundFileReader : public FrameSource {
 public:
-    // Throws UserError when the file is missing, isn't a sound file, holds no sound or has more
-    // than two channels.
+    // Throws UserError when the file is missing, isn't a sound file or holds no sound.
     explicit SoundFileReader(const std::string& path);
     ~SoundFileReader() override;
     SoundFileReader(const SoundFileReader&) = delete;
@@ -23,17 +22,24 @@ public:
     int sampleRate() const override { return info_.samplerate; }
     std::int64_t expectedFrames() const override;
 
-    // Also throws UserError for a sample that is NaN or infinity.
+    // Also throws UserError for a sample that is NaN or infinity. A damaged file ends where nothing
+    // more can be read.
     int read(float* interleaved, int frames) override;
+
+    // What is missing of the sound that the file says it holds, in words; empty when all was there.
+    // Once it has been read to its end.
+    std::string damage() const;
 
 private:
     void close();
+    std::string log() const;
 
     std::string path_;
     int descriptor_ = -1;
     SF_INFO info_{};
     SNDFILE* file_ = nullptr;
     std::int64_t position_ = 0;
+    std::string fault_; // that ended it
 };
 
 } // namespace tvhost

@@ -83,6 +83,11 @@ SoundFormat SoundFormat::forFile(const std::string& path, int channels, int samp
     info.samplerate = sampleRate;
     info.format = format.code;
     if (!sf_format_check(&info)) {
+        info.channels = 1;
+        if (sf_format_check(&info)) {
+            throw UserError(path + ": " + entry.name + " cannot hold " + std::to_string(channels) +
+                            " channels; use .wav");
+        }
         throw UserError(path + ": " + entry.name + " cannot hold " + std::to_string(sampleRate) +
                         " Hz; give another --rate, such as 48000, or another format");
     }

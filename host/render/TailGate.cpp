@@ -31,10 +31,15 @@ void TailGate::push(const float* frame) {
     released_.insert(released_.end(), held_.begin(), held_.end());
     held_.clear();
     quietFrom_ = std::max(quietFrom_, count_);
+    lastLoud_ = count_;
 }
 
 bool TailGate::isFinished() const {
     return count_ >= longest_ || count_ - quietFrom_ >= quietFrames_;
+}
+
+bool TailGate::wasCut() const {
+    return count_ >= longest_ && threshold_ > 0.0f && count_ - lastLoud_ < quietFrames_;
 }
 
 } // namespace tvhost

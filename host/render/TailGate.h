@@ -14,7 +14,7 @@ namespace tvhost {
 class TailGate {
 public:
     static constexpr float kThreshold = 3.1622776601683795e-5f; // -90 dBFS
-    static constexpr double kQuietSeconds = 1.1;                // beyond the longest delay
+    static constexpr double kUsualGapSeconds = 5.0; // beyond the delays that most effects have
     static constexpr double kLongestSeconds = 60.0;
 
     // All lengths in frames, counted from the end of the input.
@@ -30,6 +30,9 @@ public:
     // No later frame belongs to the output.
     bool isFinished() const;
 
+    // Whether it ended at its longest with something heard so lately that more may have followed.
+    bool wasCut() const;
+
     // Interleaved frames found to belong to the output; the caller takes them away.
     std::vector<float>& ready() { return released_; }
 
@@ -43,6 +46,8 @@ private:
     std::int64_t longest_;
     std::int64_t quietFrom_;
     std::int64_t count_ = 0;
+    // Far enough back that nothing was heard.
+    std::int64_t lastLoud_ = std::numeric_limits<std::int64_t>::min() / 2;
     std::vector<float> held_;
     std::vector<float> released_;
 };

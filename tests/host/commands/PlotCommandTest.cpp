@@ -354,16 +354,38 @@ TEST(PlotCommand, DrawsAnyNumberOfProgramsOnOneSheet) {
 }
 
 TEST(ProgramSheet, GrowsWithItsProgramsButKeepsItsShape) {
-    const auto module = loadTestPlugin("Many");
-    std::vector<EffectMeasurement> measurements;
+    const EffectMeasurement any(loadTestPlugin("Many"), {});
     double width = 0.0;
-    for (int i = 0; i < 40; ++i) {
-        measurements.emplace_back(module, EffectSettings{std::to_string(i), {}});
-        const ProgramSheet sheet(measurements);
-        EXPECT_GE(sheet.width(), width) << i;
+    for (int count = 1; count <= 40; ++count) {
+        const ProgramSheet sheet(count, [&](int) { return any; });
+        EXPECT_GE(sheet.width(), width) << count;
         width = sheet.width();
-        if (i >= 8) {
-            EXPECT_LT(sheet.height(), 1.6 * sheet.width()) << i;
+        if (count >= 9) {
+            EXPECT_LT(sheet.height(), 1.6 * sheet.width()) << count;
         }
     }
+}
+
+TEST(EffectMeasurement, TellsLatencyFromAnEcho) {
+    const EffectMeasurement late(loadTestPlugin("Late"), {});
+    EXPECT_EQ(late.response().latency(), 100);
+    EXPECT_TRUE(late.echoes(0, 0).hasDirect());
+    EXPECT_EQ(late.echoes(0, 0).echoCount(), 0u);
+    EXPECT_EQ(EffectMeasurement(loadTestPlugin("Late"), {"", {"More=1"}}).response().latency(),
+              300);
+}
+
+TEST(EffectMeasurement, WaitsForEchoesAsFarApartAsTheLongestGap) {
+    const EffectSettings far{"Long", {}};
+    EXPECT_EQ(EffectMeasurement(loadTestPlugin("Delay"), far, 0.8).echoes(0, 0).echoCount(), 0u);
+    EXPECT_GT(EffectMeasurement(loadTestPlugin("Delay"), far, 1.0).echoes(0, 0).echoCount(), 5u);
+}
+
+TEST(EffectMeasurement, TakesTheFirstTwoOfManyChannels) {
+    const EffectMeasurement surround(loadTestPlugin("Surround"), {});
+    EXPECT_EQ(surround.response().inputs(), 2);
+    EXPECT_EQ(surround.response().outputs(), 2);
+    EXPECT_EQ(surround.response().allInputs(), 6);
+    EXPECT_TRUE(surround.echoes(1, 1).hasDirect());
+    EXPECT_FALSE(surround.echoes(0, 1).hasDirect());
 }

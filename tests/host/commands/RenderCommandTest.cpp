@@ -162,10 +162,91 @@ TEST_F(Render, DoesNotTakeTheGapOfALongDelayForTheEnd) {
     EXPECT_EQ(second.frames(), 7u * 44100u + 1u);
 }
 
-TEST_F(Render, EndsAnEndlessEchoAfterAMinute) {
-    const SoundFile output = rendered(click(0), "Delay", {"--program", "Forever"});
+TEST_F(Render, EndsAnEndlessEchoAfterAMinuteAndSaysSo) {
+    writeSound(file("in.wav"), click(0));
+    const ProcessResult result = render("in.wav", "out.wav", "Delay", {"--program", "Forever"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, "tvhost: warning: the tail was still heard when it was cut after 60 s; "
+                          "--tail makes it longer\n");
     // The last echo within 60 s of the input's end.
-    EXPECT_EQ(output.frames(), 300u * 8820u + 1u);
+    EXPECT_EQ(readSound(file("out.wav")).frames(), 300u * 8820u + 1u);
+}
+
+TEST_F(Render, WaitsForEchoesAsFarApartAsTheLongestGap) {
+    EXPECT_EQ(rendered(click(0), "Delay", {"--program", "Long", "--longest-gap", "0.85"}).frames(),
+              100u);
+    EXPECT_EQ(rendered(click(0), "Delay", {"--program", "Long", "--longest-gap", "0.9"}).frames(),
+              7u * 39690u + 1u);
+}
+
+TEST_F(Render, TakesTheLatencyOffAndSaysSo) {
+    const SoundFile input = noise(2, 5000, 44100, 0.5f, 3);
+    EXPECT_EQ(rendered(input, "Late").samples, input.samples);
+    const ProcessResult result = render("in.wav", "out.wav", "Late", {"--block", "64"});
+    EXPECT_THAT(result.out, HasSubstr(", latency of 100 samples (2.3 ms) taken off\n"));
+    EXPECT_EQ(readSound(file("out.wav")).samples, input.samples);
+}
+
+TEST_F(Render, TakesOffALatencyThatSettingsChange) {
+    const SoundFile input = noise(2, 200, 44100, 0.5f, 3);
+    EXPECT_EQ(rendered(input, "Late", {"--set", "More=1"}).samples, input.samples);
+    const ProcessResult result = render("in.wav", "out.wav", "Late", {"--set", "More=1"});
+    EXPECT_THAT(result.out, HasSubstr("latency of 300 samples"));
+}
+
+TEST_F(Render, LeavesTheLatencyInWhenAsked) {
+    SoundFile input = silence(2, 1000);
+    input.at(0, 0) = 0.5f;
+    const SoundFile output = rendered(input, "Late", {"--no-compensation"});
+    EXPECT_EQ(output.frames(), 1000u);
+    EXPECT_EQ(output.peakFrame(0), 100u);
+}
+
+TEST_F(Render, PutsTheTailAfterTheInputWhateverTheLatency) {
+    const SoundFile input = noise(2, 1000, 44100, 0.5f, 4);
+    const SoundFile output = rendered(input, "Late", {"--tail", "0.01"});
+    EXPECT_EQ(output.frames(), 1000u + 441u);
+}
+
+TEST_F(Render, GivesEachChannelItsInputAndTheRestSilence) {
+    writeSound(file("in.wav"), noise(2, 300, 44100, 0.5f, 5));
+    const SoundFile input = readSound(file("in.wav"));
+    const ProcessResult result = render("in.wav", "out.wav", "SideChain");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, "tvhost: warning: Side Chain takes 3 channels, so input 3 got silence\n");
+    const SoundFile output = readSound(file("out.wav"));
+    ASSERT_EQ(output.channels, 4);
+    ASSERT_EQ(output.frames(), 300u);
+    for (std::size_t i = 0; i < 300; ++i) {
+        EXPECT_EQ(output.at(i, 0), input.at(i, 0));
+        EXPECT_EQ(output.at(i, 1), input.at(i, 1));
+        EXPECT_EQ(output.at(i, 2), 0.0f);
+    }
+}
+
+TEST_F(Render, RendersSixChannelsAsTheyAre) {
+    const SoundFile input = noise(6, 2000, 48000, 0.5f, 6);
+    EXPECT_EQ(rendered(input, "Surround", {"--tail", "0"}).samples, input.samples);
+}
+
+TEST_F(Render, SaysWhichChannelsAreLeftOut) {
+    writeSound(file("in.wav"), noise(6, 300, 44100, 0.5f, 7));
+    const ProcessResult result = render("in.wav", "out.wav", "Gain");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, "tvhost: warning: Gain takes 2 channels, so channels 3 to 6 of the input "
+                          "were left out\n");
+}
+
+TEST_F(Render, TakesPluginsOfTheOlderEntry) {
+    const SoundFile input = noise(2, 300, 44100, 0.5f, 8);
+    EXPECT_EQ(rendered(input, "OldEntry").samples, input.samples);
+}
+
+TEST_F(Render, NamesTheOutputInOneLineWhateverItIsCalled) {
+    writeSound(file("in.wav"), click(0));
+    const ProcessResult result = render("in.wav", "two\nlines.wav", "Gain");
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(std::count(result.out.begin(), result.out.end(), '\n'), 1);
 }
 
 TEST_F(Render, AddsNoTailWhereNothingIsHeard) {

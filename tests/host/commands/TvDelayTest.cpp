@@ -93,7 +93,12 @@ protected:
         };
         effect.setSampleRate(static_cast<float>(input.rate));
         effect.resume();
-        process(0, 0);
+        // What the effect hears before it is played.
+        std::vector<float> quiet(512);
+        float* quietChannels[] = {quiet.data(), quiet.data()};
+        std::vector<float> unheard[] = {quiet, quiet};
+        float* unheardChannels[] = {unheard[0].data(), unheard[1].data()};
+        effect.process(quietChannels, unheardChannels, 512);
         if (job.program >= 0) {
             effect.setProgram(job.program);
         }

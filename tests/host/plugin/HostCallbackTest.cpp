@@ -83,7 +83,7 @@ TEST(HostCallback, AnswersFromItsState) {
     host.setProcessing(true);
     EXPECT_EQ(ask(&effect, audioMasterGetCurrentProcessLevel), 4);
     EXPECT_EQ(ask(&effect, audioMasterGetInputLatency), 0);
-    EXPECT_EQ(ask(&effect, audioMasterIOChanged), 0);
+    EXPECT_EQ(ask(&effect, audioMasterIOChanged), 1);
 }
 
 TEST(HostCallback, GrantsASizeWhenSomebodyTakesIt) {

@@ -9,6 +9,8 @@
 
 namespace {
 
+constexpr VstInt32 kTransportPlaying = 1 << 1;
+
 std::string& journal() {
     static std::string text;
     return text;
@@ -81,7 +83,8 @@ protected:
             host(&record, audioMasterGetTime, 0, 0, nullptr, 0.0f));
         note("process " + std::to_string(frames) + " at " +
              std::to_string(static_cast<long>(time->samplePos)) + " level " +
-             std::to_string(host(&record, audioMasterGetCurrentProcessLevel, 0, 0, nullptr, 0.0f)));
+             std::to_string(host(&record, audioMasterGetCurrentProcessLevel, 0, 0, nullptr, 0.0f)) +
+             ((time->flags & kTransportPlaying) != 0 ? "" : " standing"));
         for (int c = 0; c < 2; ++c) {
             for (int i = 0; i < frames; ++i) {
                 out[c][i] = in[c][i] * knob_;

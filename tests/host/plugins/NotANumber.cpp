@@ -1,4 +1,5 @@
-// Passes a thousand frames through and then gives what is no number.
+// Passes a thousand frames of sound through, after 512 of silence, and then gives what is no
+// number.
 #include "tests/host/plugins/TestEffect.h"
 
 #include <limits>
@@ -13,7 +14,7 @@ protected:
     void process(float** in, float** out, int frames) override {
         for (int i = 0; i < frames; ++i, ++done_) {
             for (int c = 0; c < 2; ++c) {
-                out[c][i] = done_ < 1000 ? in[c][i] : std::numeric_limits<float>::quiet_NaN();
+                out[c][i] = done_ < 1512 ? in[c][i] : std::numeric_limits<float>::quiet_NaN();
             }
         }
     }
