@@ -12,12 +12,12 @@ CFObject* objectOf(CFTypeRef reference) {
 
 void CFObject::retain() {
     const std::lock_guard<std::recursive_mutex> guard(lock());
-    ++owners;
+    ++owners_;
 }
 
 void CFObject::release() {
     const std::lock_guard<std::recursive_mutex> guard(lock());
-    if (--owners == 0) {
+    if (--owners_ == 0) {
         delete this;
     }
 }

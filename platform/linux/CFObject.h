@@ -18,5 +18,5 @@ public:
     static std::recursive_mutex& lock();
 
 private:
-    int owners = 1;
+    int owners_ = 1;
 };
