@@ -65,6 +65,7 @@ std::vector<std::string> environmentFor(const CheckProcess::Order& order) {
 
 std::vector<char*> pointersTo(std::vector<std::string>& texts) {
     std::vector<char*> result;
+    result.reserve(texts.size() + 1);
     for (std::string& text : texts) {
         result.push_back(text.data());
     }

@@ -66,6 +66,7 @@ PresetProgram currentProgramOf(const EffectInstance& effect) {
         return program;
     }
     std::vector<float> values;
+    values.reserve(static_cast<std::size_t>(effect.parameterCount()));
     for (int i = 0; i < effect.parameterCount(); ++i) {
         values.push_back(effect.parameter(i));
     }
