@@ -19,8 +19,9 @@ EffectOptions::SettingOptions EffectOptions::declareSettings(CLI::App& command) 
                          ->type_name("FILE");
     command
         .add_option("--set", settings.sets,
-                    "Set a parameter, by name or number, to a value from 0 to 1; may be repeated, "
-                    "done in the order given and after --program and --preset")
+                    "Set a parameter, by name or number, to a value from 0 to 1 or to what it "
+                    "shows, such as \"Time=300 ms\"; may be repeated, done in the order given and "
+                    "after --program and --preset")
         ->type_name("NAME=VALUE")
         ->allow_extra_args(false);
     return options;

@@ -165,6 +165,7 @@ void EffectInstance::start(double sampleRate, int blockSize) {
     stop();
     position_ = 0;
     host_.setPosition(0);
+    sampleRate_ = sampleRate;
     host_.setSampleRate(sampleRate);
     host_.setBlockSize(blockSize);
     dispatch(effSetSampleRate, 0, 0, nullptr, static_cast<float>(sampleRate));

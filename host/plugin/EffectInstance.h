@@ -16,7 +16,8 @@
 
 namespace tvhost {
 
-// One effect, opened on construction and closed on destruction. All calls from one thread. Indices
+// One effect, opened on construction and closed on destruction. All calls from one thread, but that
+// process() may be called from another between start() and stop(). Indices
 // of parameters and programs must be in range. Texts come as plainText() leaves them and may be
 // longer than the interface allows.
 class EffectInstance {
@@ -28,6 +29,7 @@ public:
     EffectInstance& operator=(const EffectInstance&) = delete;
 
     const PluginModule& module() const { return *plugin_; }
+    std::shared_ptr<const PluginModule> sharedModule() const { return plugin_; }
     const AEffect& record() const { return *effect_; }
 
     int parameterCount() const;
@@ -81,10 +83,17 @@ public:
     // otherwise after start(), or when parameters change.
     int latency() const { return std::max(effect_->initialDelay, 0); }
 
+    // What the effect is told when it asks: the tempo, in beats per minute, and whether its sound
+    // is wanted as fast as it is played.
+    void setTempo(double beatsPerMinute) { host_.setTempo(beatsPerMinute); }
+    void setRealTime(bool state) { host_.setRealTime(state); }
+
     // Switches the effect on for blocks of at most `blockSize` frames, and off again. After
     // start() an effect that can replace has heard a moment of silence, as a host gives it before
     // it plays: it has taken up the rate, so that parameters set from then on hold.
     void start(double sampleRate, int blockSize);
+    // Hz, of the last start.
+    double sampleRate() const { return sampleRate_; }
     void stop();
 
     // Lets an effect that has asked for it since it was started take up a new latency or number of
@@ -123,6 +132,7 @@ private:
     AEffect* effect_;
     std::vector<std::string> names_;
     std::int64_t position_ = 0;
+    double sampleRate_ = 44100.0;
     bool running_ = false;
 };
 

@@ -17,10 +17,10 @@ constexpr const char* kVendor = "Tarnvale Music";
 constexpr const char* kProduct = "tvhost";
 constexpr VstIntPtr kVendorVersion = TVHOST_VERSION_NUMBER;
 
-constexpr double kBeatsPerMinute = 120.0;
 constexpr double kBeatsPerBar = 4.0;
 
 constexpr VstIntPtr kProcessLevelUser = 1;
+constexpr VstIntPtr kProcessLevelRealTime = 2;
 constexpr VstIntPtr kProcessLevelOffline = 4;
 constexpr VstIntPtr kLanguageEnglish = 1;
 constexpr VstIntPtr kReplacing = 1;
@@ -110,7 +110,7 @@ VstIntPtr HostCallback::answer(const AEffect* effect, VstInt32 opcode, VstInt32 
     case audioMasterGetTime:
         return timeInfo();
     case audioMasterTempoAt:
-        return static_cast<VstIntPtr>(kBeatsPerMinute * 10000.0);
+        return static_cast<VstIntPtr>(beatsPerMinute_ * 10000.0);
     case audioMasterGetNumAutomatableParameters:
         return effect ? effect->numParams : 0;
     case audioMasterGetParameterQuantization:
@@ -120,7 +120,10 @@ VstIntPtr HostCallback::answer(const AEffect* effect, VstInt32 opcode, VstInt32 
     case audioMasterGetBlockSize:
         return blockSize_;
     case audioMasterGetCurrentProcessLevel:
-        return processing_ ? kProcessLevelOffline : kProcessLevelUser;
+        if (processing_ != std::this_thread::get_id()) {
+            return kProcessLevelUser;
+        }
+        return realTime_ ? kProcessLevelRealTime : kProcessLevelOffline;
     case audioMasterGetDirectory:
         return reinterpret_cast<VstIntPtr>(folder_.c_str());
     case audioMasterSizeWindow:
@@ -137,22 +140,25 @@ VstIntPtr HostCallback::answer(const AEffect* effect, VstInt32 opcode, VstInt32 
     }
 }
 
-VstIntPtr HostCallback::timeInfo() {
-    const double seconds = static_cast<double>(position_) / sampleRate_;
-    const double beats = seconds * kBeatsPerMinute / 60.0;
-    time_ = {};
-    time_.samplePos = static_cast<double>(position_);
-    time_.sampleRate = sampleRate_;
-    time_.nanoSeconds = seconds * 1e9;
-    time_.ppqPos = beats;
-    time_.tempo = kBeatsPerMinute;
-    time_.barStartPos =
+VstIntPtr HostCallback::timeInfo() const {
+    // The interface lets it go with the next call; each thread has its own.
+    static thread_local VstTimeInfo time;
+    const std::int64_t position = position_;
+    const double seconds = static_cast<double>(position) / sampleRate_;
+    const double beats = seconds * beatsPerMinute_ / 60.0;
+    time = {};
+    time.samplePos = static_cast<double>(position);
+    time.sampleRate = sampleRate_;
+    time.nanoSeconds = seconds * 1e9;
+    time.ppqPos = beats;
+    time.tempo = beatsPerMinute_;
+    time.barStartPos =
         static_cast<double>(static_cast<std::int64_t>(beats / kBeatsPerBar)) * kBeatsPerBar;
-    time_.timeSigNumerator = static_cast<VstInt32>(kBeatsPerBar);
-    time_.timeSigDenominator = 4;
-    time_.flags = (playing_ ? kTransportPlaying : 0) | kNanosecondsValid | kBeatPositionValid |
-                  kTempoValid | kBarStartValid | kTimeSignatureValid;
-    return reinterpret_cast<VstIntPtr>(&time_);
+    time.timeSigNumerator = static_cast<VstInt32>(kBeatsPerBar);
+    time.timeSigDenominator = 4;
+    time.flags = (playing_ ? kTransportPlaying : 0) | kNanosecondsValid | kBeatPositionValid |
+                 kTempoValid | kBarStartValid | kTimeSignatureValid;
+    return reinterpret_cast<VstIntPtr>(&time);
 }
 
 } // namespace tvhost

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <thread>
 #include <utility>
 
 namespace tvhost {
@@ -44,8 +45,15 @@ public:
     // thread.
     bool takeIoChange() { return ioChanged_.exchange(false); }
 
+    void setTempo(double beatsPerMinute) { beatsPerMinute_ = beatsPerMinute; }
+    // Whether sound is wanted as fast as it is played; offline without.
+    void setRealTime(bool state) { realTime_ = state; }
+
     // Whether the effect is inside its process call.
-    void setProcessing(bool state) { processing_ = state; }
+    // On the calling thread.
+    void setProcessing(bool state) {
+        processing_ = state ? std::this_thread::get_id() : std::thread::id();
+    }
 
     // Given what an effect asks its editor's window to become, in pixels; answers whether it did.
     using SizeRequestHandler = std::function<bool(int width, int height)>;
@@ -54,17 +62,19 @@ public:
 
 private:
     VstIntPtr answer(const AEffect* effect, VstInt32 opcode, VstInt32 index, VstIntPtr value);
-    VstIntPtr timeInfo();
+    VstIntPtr timeInfo() const;
 
     std::string folder_;
     double sampleRate_ = 44100.0;
     int blockSize_ = 512;
-    std::int64_t position_ = 0;
-    bool processing_ = false;
-    bool playing_ = true;
+    // The effect may ask on one thread while another processes.
+    std::atomic<std::int64_t> position_{0};
+    std::atomic<std::thread::id> processing_{};
+    double beatsPerMinute_ = 120.0;
+    bool realTime_ = false;
+    std::atomic<bool> playing_{true};
     std::atomic<bool> ioChanged_{false};
     SizeRequestHandler sizeRequest_;
-    VstTimeInfo time_{};
 };
 
 } // namespace tvhost

@@ -14,6 +14,7 @@ struct EffectSettings {
     std::string program;           // number or name; empty leaves the effect's own
     std::vector<std::string> sets; // NAME=VALUE
     std::string preset = {};       // path of a preset file; empty for none
+    std::string tempo = {};        // beats per minute; empty leaves the host's own
 
     // Throws UserError when something cannot be had; the effect may then be half set.
     void apply(EffectInstance& effect) const;

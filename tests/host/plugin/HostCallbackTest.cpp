@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <thread>
+
 #include <cstring>
 
 using namespace tvhost;
@@ -82,6 +84,12 @@ TEST(HostCallback, AnswersFromItsState) {
     EXPECT_EQ(ask(&effect, audioMasterGetCurrentProcessLevel), 1);
     host.setProcessing(true);
     EXPECT_EQ(ask(&effect, audioMasterGetCurrentProcessLevel), 4);
+    // A window's thread does not process while the sound's does.
+    VstIntPtr elsewhere = 0;
+    std::thread([&] { elsewhere = ask(&effect, audioMasterGetCurrentProcessLevel); }).join();
+    EXPECT_EQ(elsewhere, 1);
+    host.setRealTime(true);
+    EXPECT_EQ(ask(&effect, audioMasterGetCurrentProcessLevel), 2);
     EXPECT_EQ(ask(&effect, audioMasterGetInputLatency), 0);
     EXPECT_EQ(ask(&effect, audioMasterIOChanged), 1);
 }
@@ -138,4 +146,11 @@ TEST(HostCallback, TimeFollowsThePosition) {
     EXPECT_EQ(time->timeSigDenominator, 4);
     // Playing, with nanoseconds, beats, tempo, bars and time signature.
     EXPECT_EQ(time->flags, 0x2F02);
+
+    host.setTempo(90.0);
+    time = reinterpret_cast<const VstTimeInfo*>(ask(&effect, audioMasterGetTime));
+    EXPECT_EQ(time->tempo, 90.0);
+    EXPECT_EQ(time->ppqPos, 7.5);
+    EXPECT_EQ(time->barStartPos, 4.0);
+    EXPECT_EQ(ask(&effect, audioMasterTempoAt), 900000);
 }
