@@ -1,5 +1,7 @@
 #include "host/commands/EffectOptions.h"
 
+#include "host/plugin/CallLog.h"
+
 namespace tvhost {
 
 void EffectOptions::declarePlugin(CLI::App& command, const std::string& help) {
@@ -24,10 +26,21 @@ EffectOptions::SettingOptions EffectOptions::declareSettings(CLI::App& command) 
                     "after --program and --preset")
         ->type_name("NAME=VALUE")
         ->allow_extra_args(false);
+    command
+        .add_option("--tempo", settings.tempo,
+                    "Tempo that the plug-in is told when it asks; 120 without")
+        ->type_name("BPM");
+    command
+        .add_option("--log", log,
+                    "File to write every call between host and plug-in to, as it is made")
+        ->type_name("FILE");
     return options;
 }
 
 std::shared_ptr<const PluginModule> EffectOptions::load() const {
+    if (!log.empty()) {
+        logCallsInto(log);
+    }
     return std::make_shared<const PluginModule>(pluginPath(plugin));
 }
 

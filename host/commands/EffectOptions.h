@@ -15,6 +15,7 @@ namespace tvhost {
 struct EffectOptions {
     std::string plugin; // as given; empty for the default one
     EffectSettings settings;
+    std::string log; // file for all calls; empty for none
 
     void declarePlugin(CLI::App& command, const std::string& help = kPluginHelp);
     // --program, --preset and --set.

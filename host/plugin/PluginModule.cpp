@@ -1,6 +1,7 @@
 #include "host/plugin/PluginModule.h"
 
 #include "host/base/PlainText.h"
+#include "host/plugin/CallLog.h"
 
 #include <dlfcn.h>
 #include <link.h>
@@ -51,7 +52,7 @@ PluginModule::~PluginModule() {
 }
 
 AEffect* PluginModule::createEffect(audioMasterCallback host) const {
-    return entry_(host);
+    return createLoggedEffect(entry_, host);
 }
 
 } // namespace tvhost
