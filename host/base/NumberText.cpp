@@ -40,6 +40,12 @@ std::string fixedNumber(double value, int digits) {
     return {buffer, result.ptr};
 }
 
+std::string exactNumber(float value) {
+    char buffer[64];
+    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
+    return {buffer, result.ptr};
+}
+
 std::string shortNumber(double value, int digits) {
     std::string text = fixedNumber(value, digits);
     if (text.find('.') != std::string::npos) {

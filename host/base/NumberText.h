@@ -20,6 +20,9 @@ std::string fixedNumber(double value, int digits);
 // "-1.5").
 std::string shortNumber(double value, int digits);
 
+// `value` with as few digits as tell it from its neighbours.
+std::string exactNumber(float value);
+
 // `amplitude` relative to 1.0 as "-3.2 dB" with `digits` digits after the point; "-inf dB" for 0.
 std::string decibelText(double amplitude, int digits = 1);
 

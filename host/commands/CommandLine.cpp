@@ -7,6 +7,7 @@
 #include "host/commands/EditCommand.h"
 #include "host/commands/InfoCommand.h"
 #include "host/commands/ListCommand.h"
+#include "host/commands/PlayCommand.h"
 #include "host/commands/PlotCommand.h"
 #include "host/commands/PresetCommand.h"
 #include "host/commands/RenderCommand.h"
@@ -67,6 +68,7 @@ int runCommandLine(int argc, const char* const* argv) {
     add(std::make_unique<InfoCommand>());
     add(std::make_unique<ListCommand>());
     add(std::make_unique<RenderCommand>());
+    add(std::make_unique<PlayCommand>());
     add(std::make_unique<PlotCommand>());
     add(std::make_unique<EditCommand>());
     add(std::make_unique<SnapshotCommand>());

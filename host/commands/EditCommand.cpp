@@ -1,6 +1,7 @@
 #include "host/commands/EditCommand.h"
 
 #include "host/base/StopRequest.h"
+#include "host/commands/KeptSettings.h"
 #include "host/plugin/EffectInstance.h"
 #include "host/window/HostedEditor.h"
 
@@ -28,19 +29,29 @@ CLI::App* EditCommand::declare(CLI::App& app) {
     CLI::App* const command = app.add_subcommand("edit", "Show an effect's editor in a window");
     options_.declarePlugin(*command);
     options_.declareSettings(*command);
-    command->footer("The effect runs, on silence, until the window is closed or Ctrl-C.\n"
-                    "\n"
-                    "  tvhost edit --program Canyon");
+    declareSave(*command, save_);
+    command->footer(
+        "The effect runs, on silence, until the window is closed or Ctrl-C. What has been changed\n"
+        "then is printed as options for other commands.\n"
+        "\n"
+        "  tvhost edit --program Canyon");
     return command;
 }
 
 void EditCommand::run() {
+    requirePresetName(save_);
     const StopRequest stop;
     EffectInstance effect(options_.load());
     HostedEditor::requireEditor(effect);
     effect.start(HostedEditor::kSampleRate, HostedEditor::kBlockSize);
     options_.settings.apply(effect);
 
+    const KeptSettings kept(effect.sharedModule(), options_.settings, HostedEditor::kSampleRate);
+    showEditor(effect, stop);
+    kept.tell(effect, save_);
+}
+
+void EditCommand::showEditor(EffectInstance& effect, const StopRequest& stop) const {
     HostedEditor editor(effect, EditorWindow::Kind::kManaged);
     editor.applyAgain(options_.settings);
     Clock::time_point last = Clock::now();

@@ -1,8 +1,11 @@
 // tvhost edit: an effect's editor in a window, until the user closes it.
 #pragma once
 
+#include "host/base/StopRequest.h"
 #include "host/commands/Command.h"
 #include "host/commands/EffectOptions.h"
+
+#include <string>
 
 namespace tvhost {
 
@@ -12,7 +15,10 @@ public:
     void run() override;
 
 private:
+    void showEditor(EffectInstance& effect, const StopRequest& stop) const;
+
     EffectOptions options_;
+    std::string save_;
 };
 
 } // namespace tvhost

@@ -1,0 +1,177 @@
+#include "host/play/Player.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+
+namespace tvhost {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// Once the sound has ended: quieter for longer is the end of the echoes.
+constexpr float kQuiet = 3.1622776601683795e-5f; // -90 dBFS
+constexpr int kQuietSeconds = 3;
+constexpr int kLongestTailSeconds = 60;
+
+std::vector<float*> pointersTo(std::vector<std::vector<float>>& channels) {
+    std::vector<float*> pointers;
+    pointers.reserve(channels.size());
+    for (std::vector<float>& channel : channels) {
+        pointers.push_back(channel.data());
+    }
+    return pointers;
+}
+
+std::vector<std::vector<float>> buffers(int channels, int frames) {
+    return std::vector<std::vector<float>>(static_cast<std::size_t>(channels),
+                                           std::vector<float>(static_cast<std::size_t>(frames)));
+}
+
+// One thread raises it, another takes it away.
+void raise(std::atomic<float>& level, float value) {
+    float before = level;
+    while (before < value && !level.compare_exchange_weak(before, value)) {
+    }
+}
+
+} // namespace
+
+Player::Player(EffectInstance& effect, SoundFeed* feed, int sampleRate, int blockSize)
+    : effect_(effect), feed_(feed), sampleRate_(sampleRate), blockSize_(blockSize),
+      fed_(feed ? static_cast<std::size_t>(feed->channels() * blockSize) : 0),
+      inputs_(buffers(effect.inputCount(), blockSize)),
+      outputs_(buffers(effect.outputCount(), blockSize)), inputPointers_(pointersTo(inputs_)),
+      outputPointers_(pointersTo(outputs_)), levels_(outputs_.size()) {}
+
+bool Player::process(const AudioServer::Block& block) {
+    const Clock::time_point begin = Clock::now();
+    underruns_ += block.underrun ? 1 : 0;
+    overruns_ += block.overrun ? 1 : 0;
+    bool goesOn = true;
+    for (int done = 0; done < block.frames;) {
+        const int frames = std::min(blockSize_, block.frames - done);
+        if (goesOn) {
+            fillInputs(block, done, frames);
+            effect_.process(inputPointers_.data(), outputPointers_.data(), frames);
+            goesOn = !hasEnded(frames, cleanOutputs(frames));
+        } else {
+            silenceOutputs(frames);
+        }
+        giveOutputs(block, done, frames);
+        done += frames;
+    }
+    frames_ += block.frames;
+    if (stopping_) {
+        fadeOut(block);
+        goesOn = false;
+    }
+    const std::chrono::duration<double> spent = Clock::now() - begin;
+    late_ += spent.count() > static_cast<double>(block.frames) / sampleRate_ ? 1 : 0;
+    if (!goesOn) {
+        finished_ = true;
+    }
+    return goesOn;
+}
+
+void Player::fillInputs(const AudioServer::Block& block, int offset, int frames) {
+    const int given = feed_ ? feed_->read(fed_.data(), frames) : frames;
+    const int channels = feed_ ? feed_->channels() : block.inputCount;
+    const auto sample = [&](int channel, int frame) {
+        return feed_ ? fed_[static_cast<std::size_t>(frame * channels + channel)]
+                     : block.inputs[channel][offset + frame];
+    };
+    const int inputs = static_cast<int>(inputs_.size());
+    for (int c = 0; c < inputs; ++c) {
+        std::vector<float>& input = inputs_[static_cast<std::size_t>(c)];
+        // One channel is for both sides, two make one by their mean; else one goes to one.
+        const bool both = channels == 1 && inputs == 2;
+        const bool mean = channels == 2 && inputs == 1;
+        for (int i = 0; i < frames; ++i) {
+            float value = 0.0f;
+            if (i < given && (both || c < channels)) {
+                value = mean ? 0.5f * (sample(0, i) + sample(1, i)) : sample(both ? 0 : c, i);
+            }
+            input[static_cast<std::size_t>(i)] = value;
+        }
+    }
+    if (feed_) {
+        position_ += given;
+        unfed_ += given < frames && !feed_->isFinished() ? 1 : 0;
+    }
+}
+
+// Answers the highest level of the frames.
+float Player::cleanOutputs(int frames) {
+    float loudest = 0.0f;
+    for (std::size_t c = 0; c < outputs_.size(); ++c) {
+        float level = 0.0f;
+        for (int i = 0; i < frames; ++i) {
+            float& value = outputs_[c][static_cast<std::size_t>(i)];
+            // No loudspeaker is to get these.
+            if (!std::isfinite(value)) {
+                value = 0.0f;
+                ++notNumbers_;
+            }
+            level = std::max(level, std::abs(value));
+        }
+        raise(levels_[c], level);
+        loudest = std::max(loudest, level);
+    }
+    raise(peak_, loudest);
+    return loudest;
+}
+
+void Player::silenceOutputs(int frames) {
+    for (std::vector<float>& output : outputs_) {
+        std::fill(output.begin(), output.begin() + frames, 0.0f);
+    }
+}
+
+void Player::giveOutputs(const AudioServer::Block& block, int offset, int frames) const {
+    const int outputs = static_cast<int>(outputs_.size());
+    for (int c = 0; c < block.outputCount; ++c) {
+        float* const target = block.outputs[c] + offset;
+        // A mono effect is heard on both sides.
+        const int source = outputs == 1 && c < 2 ? 0 : c;
+        if (source < outputs) {
+            std::copy_n(outputs_[static_cast<std::size_t>(source)].begin(), frames, target);
+        } else {
+            std::fill_n(target, frames, 0.0f);
+        }
+    }
+}
+
+void Player::fadeOut(const AudioServer::Block& block) {
+    for (int c = 0; c < block.outputCount; ++c) {
+        for (int i = 0; i < block.frames; ++i) {
+            block.outputs[c][i] *=
+                static_cast<float>(block.frames - 1 - i) / static_cast<float>(block.frames);
+        }
+    }
+}
+
+bool Player::hasEnded(int frames, float loudest) {
+    if (!feed_ || !feed_->isFinished()) {
+        return false;
+    }
+    tailFrames_ += frames;
+    quietFrames_ = loudest < kQuiet ? quietFrames_ + frames : 0;
+    return quietFrames_ >= std::int64_t{kQuietSeconds} * sampleRate_ ||
+           tailFrames_ >= std::int64_t{kLongestTailSeconds} * sampleRate_;
+}
+
+std::vector<float> Player::takeLevels() {
+    std::vector<float> levels;
+    for (std::atomic<float>& level : levels_) {
+        levels.push_back(level.exchange(0.0f));
+    }
+    return levels;
+}
+
+Player::Report Player::report() const {
+    return {frames_, underruns_, overruns_, late_, unfed_, notNumbers_, peak_};
+}
+
+} // namespace tvhost
