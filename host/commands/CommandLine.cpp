@@ -7,6 +7,7 @@
 #include "host/commands/EditCommand.h"
 #include "host/commands/InfoCommand.h"
 #include "host/commands/ListCommand.h"
+#include "host/commands/ManualCommand.h"
 #include "host/commands/PlayCommand.h"
 #include "host/commands/PlotCommand.h"
 #include "host/commands/PresetCommand.h"
@@ -74,6 +75,7 @@ int runCommandLine(int argc, const char* const* argv) {
     add(std::make_unique<SnapshotCommand>());
     add(std::make_unique<PresetCommand>());
     add(std::make_unique<CheckCommand>());
+    add(std::make_unique<ManualCommand>());
 
     try {
         app.parse(argc, argv);
