@@ -254,7 +254,11 @@ private:
             input.nChannels = channels(wish.inputs, input_.info.inputChannels);
         }
         RtAudio::StreamOptions options;
-        options.flags = RTAUDIO_NONINTERLEAVED | RTAUDIO_SCHEDULE_REALTIME;
+        // With PulseAudio the library would say so on standard error.
+        options.flags = RTAUDIO_NONINTERLEAVED;
+        if (server_->api != RtAudio::LINUX_PULSE) {
+            options.flags |= RTAUDIO_SCHEDULE_REALTIME;
+        }
         options.streamName = kClientName;
         const QuietErrors quiet;
         sampleRate_ = rateFor(wish);

@@ -118,7 +118,13 @@ TEST_F(Edit, TakesTheMouse) {
     moved[5] = 1;
     EXPECT_TRUE(shows(window, moved));
     askToClose(window.handle);
-    expectGoodEnd(run);
+    const ProcessResult result = run.wait();
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, "");
+    // What was set by hand, ready for another command line.
+    EXPECT_THAT(result.out, testing::StartsWith("--program Punk --set "));
+    EXPECT_THAT(result.out, HasSubstr(" --set FeedBack=0.71 "));
+    EXPECT_THAT(result.out, HasSubstr(" --set 'highPass Type=1' "));
 }
 
 TEST_F(Edit, ClosesTheEditorBeforeItsWindow) {

@@ -3,6 +3,7 @@
 #include <jack/jack.h>
 
 #include <algorithm>
+#include <csignal>
 #include <stdexcept>
 
 #include <unistd.h>
@@ -49,6 +50,14 @@ JackServer::JackServer(int sampleRate)
         usleep(20000);
     }
     throw std::runtime_error("jackd does not start");
+}
+
+JackServer::~JackServer() {
+    // Killed, it would keep one of the system's few places for servers.
+    kill(process_.id(), SIGTERM);
+    for (int i = 0; i < 500 && !process_.exitStatus(); ++i) {
+        usleep(10000);
+    }
 }
 
 JackRecorder::JackRecorder(const JackServer& server)

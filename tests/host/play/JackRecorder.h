@@ -15,6 +15,9 @@ struct _jack_port;
 class JackServer {
 public:
     explicit JackServer(int sampleRate);
+    ~JackServer();
+    JackServer(const JackServer&) = delete;
+    JackServer& operator=(const JackServer&) = delete;
 
     std::string environment() const { return "JACK_DEFAULT_SERVER=" + name_; }
     const std::string& name() const { return name_; }

@@ -137,19 +137,6 @@ TEST_F(PlayByJack, FadesOutWhenStopped) {
     }
 }
 
-TEST_F(PlayByJack, SaysThatTheServerHasGone) {
-    auto brief = std::make_unique<JackServer>(44100);
-    Process process =
-        startTvhost({"play", input, "--plugin", testPlugin("Gain"), "--loop", "--server", "jack"},
-                    on(brief->environment()));
-    usleep(1500000);
-    brief.reset();
-    const ProcessResult result = process.wait();
-    EXPECT_EQ(result.status, 2);
-    ASSERT_EQ(result.errorLines().size(), 1u) << result.err;
-    EXPECT_THAT(result.err, HasSubstr("JACK has gone"));
-}
-
 TEST_F(PlayByJack, ListsDevices) {
     const ProcessResult result = runTvhost({"play", "--devices"}, on(server.environment()));
     EXPECT_EQ(result.status, 0) << result.err;
@@ -164,8 +151,28 @@ TEST_F(PlayByJack, RefusesADeviceThatIsNotThere) {
     EXPECT_THAT(result.err, HasSubstr("with a device \"nowhere\""));
 }
 
-TEST_F(Play, SoundsByPulseAudioAsItIs) {
+TEST_F(Play, SaysThatTheServerHasGone) {
     writeSound(input, noise(2, 30000, 44100, 0.4f, 3));
+    auto server = std::make_unique<JackServer>(44100);
+    Process process =
+        startTvhost({"play", input, "--plugin", testPlugin("Gain"), "--loop", "--server", "jack"},
+                    on(server->environment()));
+    usleep(1500000);
+    server.reset();
+    const ProcessResult result = process.wait();
+    EXPECT_EQ(result.status, 2);
+    // The library has its own word to say before.
+    ASSERT_FALSE(result.errorLines().empty());
+    EXPECT_EQ(result.errorLines().back(),
+              "tvhost: JACK has gone or closed the stream; give a --server that stays");
+}
+
+TEST_F(Play, SoundsByPulseAudioAsItIs) {
+    // A recorder of PulseAudio misses the first moments of what it records.
+    const SoundFile sound = noise(2, 30000, 44100, 0.4f, 3);
+    SoundFile late = silence(2, 44100);
+    late.samples.insert(late.samples.end(), sound.samples.begin(), sound.samples.end());
+    writeSound(input, late);
     const std::string socket = folder.file("native");
     const std::string recording = folder.file("recording.raw");
     Process::Options options;
@@ -197,19 +204,19 @@ TEST_F(Play, SoundsByPulseAudioAsItIs) {
     }
     const ProcessResult result =
         runTvhost({"play", input, "--plugin", testPlugin("Gain"), "--server", "pulse"}, options);
-    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, "");
     EXPECT_THAT(result.out, HasSubstr(" s at 44100 Hz by PulseAudio, peak "));
 
     // The recorder writes some time later.
-    const std::vector<float> expected = readSound(input).samples;
     bool found = false;
     for (int i = 0; i < 100 && !found; ++i) {
         usleep(50000);
         const std::string bytes = readFile(recording);
-        std::vector<float> sound(bytes.size() / sizeof(float));
-        std::memcpy(sound.data(), bytes.data(), sound.size() * sizeof(float));
-        found = std::search(sound.begin(), sound.end(), expected.begin(), expected.end()) !=
-                sound.end();
+        std::vector<float> recorded(bytes.size() / sizeof(float));
+        std::memcpy(recorded.data(), bytes.data(), recorded.size() * sizeof(float));
+        found = std::search(recorded.begin(), recorded.end(), sound.samples.begin(),
+                            sound.samples.end()) != recorded.end();
     }
     EXPECT_TRUE(found);
 }
