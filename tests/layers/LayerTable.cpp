@@ -58,7 +58,7 @@ const std::vector<Layer>& layerTable() {
         {"host/base", {}, {"cairo.h", "POSIX"}, "Of use to all rooms, and so above none."},
         {"host/plugin",
          {"host/base", "plugin/vst2"},
-         {"nlohmann", "POSIX"},
+         {"nlohmann", "link.h", "POSIX"},
          "Plug-ins are anybody's: only the interface is known of them."},
         {"host/presets",
          {"host/base", "host/plugin", "plugin/vst2"},
