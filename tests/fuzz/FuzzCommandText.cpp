@@ -1,4 +1,4 @@
-// Texts of a command line for TvDelay: programs, settings and automation. Each is done or refused
+// Texts of a command line for an effect: programs, settings and automation. Each is done or refused
 // in one line, and what was set is a value that parameters can have.
 #include "host/base/PlainText.h"
 #include "host/base/UserError.h"
@@ -21,8 +21,8 @@ constexpr double kRate = 44100.0;
 constexpr std::int64_t kFrames = 1000000000;
 
 tvhost::EffectInstance& effect() {
-    static auto* const made = new tvhost::EffectInstance(
-        std::make_shared<const tvhost::PluginModule>(TVDELAY_PLUGIN_PATH));
+    static auto* const made =
+        new tvhost::EffectInstance(std::make_shared<const tvhost::PluginModule>(FUZZED_PLUGIN));
     return *made;
 }
 
@@ -65,11 +65,6 @@ void automateBy(FuzzedDataProvider& input) {
 }
 
 } // namespace
-
-// The plug-in keeps its buffers to the end of the process by design.
-extern "C" const char* __asan_default_options() {
-    return "detect_leaks=0";
-}
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     FuzzedDataProvider input(data, size);
