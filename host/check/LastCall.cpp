@@ -1,7 +1,7 @@
 #include "host/check/LastCall.h"
 
 #include "host/base/PlainText.h"
-#include "host/check/OpcodeName.h"
+#include "host/plugin/OpcodeNames.h"
 
 #include <cstdio>
 #include <cstring>
@@ -33,7 +33,7 @@ std::string LastCall::text() const {
         break;
     case kDispatch:
         std::snprintf(words, sizeof words, "in %s(index %d, value %lld, opt %g)",
-                      opcodeName(opcode.load()).c_str(), index.load(),
+                      effectOpcodeName(opcode.load()).c_str(), index.load(),
                       static_cast<long long>(value.load()), static_cast<double>(opt.load()));
         break;
     case kSetParameter:

@@ -1,6 +1,5 @@
 #include "host/check/CheckedEffect.h"
 #include "host/check/EditorStage.h"
-#include "host/check/OpcodeName.h"
 #include "host/check/checks/Checks.h"
 
 #include <algorithm>
