@@ -23,9 +23,8 @@ for component in plugin tvhost; do
     cmake --install "$build" --component $component --strip --prefix "$staging/installed" >/dev/null
 done
 mkdir "$staging/$name"
-mv "$staging"/installed/lib/vst/TvDelay.vst "$staging"/installed/bin/tvhost "$staging/$name"
-[ ! -d "$staging"/installed/share/man ] ||
-    find "$staging"/installed/share/man -name 'tvhost.1' -exec mv {} "$staging/$name" \;
+(cd "$staging"/installed && mv lib/vst/TvDelay.vst bin/tvhost lib/tvhost/tvhost-watch.so \
+    share/man/man1/tvhost.1 "$staging/$name")
 cp "$source_folder"/LICENSE "$staging/$name"
 
 # packages_of FILE ...: those that hold the libraries which the files ask for.

@@ -29,9 +29,12 @@ void package(const std::string& bundle, const std::string& folder) {
 // The archive of the built bundle, made once.
 class MacosArchive : public testing::Test {
 protected:
-    static void SetUpTestSuite() {
-        folder() = std::make_unique<TemporaryFolder>();
-        package(kBundle, folder()->path());
+    // Not ahead of the suite, where a failure would count as tests that are skipped.
+    void SetUp() override {
+        if (!folder()) {
+            folder() = std::make_unique<TemporaryFolder>();
+            package(kBundle, folder()->path());
+        }
     }
     static void TearDownTestSuite() { folder().reset(); }
 
