@@ -4,7 +4,8 @@
 #   packaging/debian.sh BUILD FOLDER
 #
 # leaves tvdelay_VERSION_amd64.deb and tvdelay-soundlib-dev_VERSION_amd64.deb in FOLDER, whose version
-# ends in the system's, as in 1.0.0+deb12, and prints their paths. SOURCE_DATE_EPOCH dates them.
+# ends in the system's, as in 1.0.0+deb12, and prints their paths. SOURCE_DATE_EPOCH dates them; without
+# it they bear the date of the archives.
 set -euo pipefail
 . "$(dirname "$0")"/archive.sh
 
@@ -25,8 +26,7 @@ tree=$staging/tvdelay
 mkdir "$tree"
 cp -R "$source_folder"/packaging/debian "$tree"/debian
 full_version=$version+deb${system#debian}
-SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(date +%s)}
-export SOURCE_DATE_EPOCH
+export SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$timestamp}
 cat >"$tree"/debian/changelog <<END
 tvdelay ($full_version) unstable; urgency=medium
 

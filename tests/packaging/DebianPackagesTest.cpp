@@ -5,8 +5,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <filesystem>
 #include <memory>
 #include <stdexcept>
+#include <thread>
 
 namespace {
 
@@ -91,6 +94,32 @@ TEST_F(DebianPackages, TellTheVersionAndTheSystem) {
         EXPECT_THAT(field(start, "Version"),
                     testing::MatchesRegex(packagedVersion() + "[+]deb[0-9]+\n"));
     }
+}
+
+TEST_F(DebianPackages, HaveTheSameBytesForTheSameBuild) {
+    const TemporaryFolder other;
+    std::this_thread::sleep_for(std::chrono::seconds(1)); // whose time must not show
+    ASSERT_EQ(runPackaging("debian.sh", {kBuild, other.path()}).status, 0);
+    EXPECT_EQ(other.entries(), folder()->entries());
+    for (const std::string& entry : folder()->entries()) {
+        EXPECT_TRUE(readFile(other.file(entry)) == readFile(folder()->file(entry))) << entry;
+    }
+}
+
+TEST_F(DebianPackages, TellNothingOfWhoPackedThem) {
+    const TemporaryFolder unpacked;
+    for (const char* const start : {"tvdelay_", "tvdelay-soundlib-dev_"}) {
+        runProcess("dpkg-deb", {"-R", package(start), unpacked.file(start)});
+    }
+    const std::string builder = TVDELAY_SOURCE_FOLDER;
+    int files = 0;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(unpacked.path())) {
+        if (entry.is_regular_file()) {
+            EXPECT_EQ(readFile(entry.path()).find(builder), std::string::npos) << entry.path();
+            ++files;
+        }
+    }
+    EXPECT_GT(files, 100);
 }
 
 TEST_F(DebianPackages, GiveNoCauseForComplaint) {
