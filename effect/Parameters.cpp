@@ -33,6 +33,7 @@ void VstXSynth::setDelay(float value) {
 void VstXSynth::lengthFromDelayTime(float value) {
     delayPosition = 0;
     delayLength = truncateToInt64((getSampleRate() + -1.0f) * value);
+    sweep_.prepare(delayLength);
 }
 
 void VstXSynth::setParameter(VstInt32 index, float value) {

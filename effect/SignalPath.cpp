@@ -67,14 +67,8 @@ void VstXSynth::followSampleRate() {
 void VstXSynth::updateSweep() {
     const std::int64_t length = readLive(delayLength);
     const std::int64_t position = readLive(delayPosition);
-    sweepPhase = length > 0 ? static_cast<double>(position) / static_cast<double>(length) : 0.0;
-    sineIndex = truncateToInt64(sweepPhase * static_cast<double>(kSineTableSize));
-    if (sineIndex >= kSineTableSize) {
-        sineIndex = kSineTableSize - 1;
-    }
-    if (sineIndex < 0) {
-        sineIndex = 0;
-    }
+    sweepPhase = length > 0 ? sweepPhaseAt(position, length) : 0.0;
+    sineIndex = sineIndexAt(sweepPhase);
 }
 
 void VstXSynth::processSample(const StereoBlock& block) {

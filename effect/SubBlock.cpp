@@ -2,6 +2,7 @@
 
 #include "effect/Balance.h"
 #include "effect/FieldWatch.h"
+#include "effect/SweepPass.h"
 
 #include <algorithm>
 
@@ -25,8 +26,8 @@ private:
 
 } // namespace
 
-bool makeSubBlock(const DelayFields& live, const LineClearing& clearing, const StereoBlock& block,
-                  VstInt32 frames, SubBlock& subBlock) {
+bool makeSubBlock(const DelayFields& live, const LineClearing& clearing, SweepPass& sweep,
+                  const StereoBlock& block, VstInt32 frames, SubBlock& subBlock) {
     if (clearing.running()) {
         return false;
     }
@@ -45,16 +46,17 @@ bool makeSubBlock(const DelayFields& live, const LineClearing& clearing, const S
 
     // Where the next sub-block will begin: after these samples, or after the first of a new pass.
     const std::int64_t end = start + subBlock.frames;
-    subBlock.nextPosition = end + kSubBlockStep < held.delayLength ? end : 1;
+    const std::int64_t next = end + kSubBlockStep < held.delayLength ? end : 1;
 
     const BalanceGains gains = balanceGains(held.leftRight);
-    const Side left = {block.inLeft, block.outLeft, live.delayBufferLeft + start,
-                       live.delayBufferLeft + subBlock.nextPosition, gains.toLeft};
-    const Side right = {block.inRight, block.outRight, live.delayBufferRight + start,
-                        live.delayBufferRight + subBlock.nextPosition, gains.toRight};
     const bool dipsLeft = live.panSide;
-    subBlock.steady = dipsLeft ? right : left;
-    subBlock.dipped = dipsLeft ? left : right;
+    const auto side = [&](bool isLeft) -> Side {
+        float* const line = isLeft ? live.delayBufferLeft : live.delayBufferRight;
+        return {isLeft ? block.inLeft : block.inRight, isLeft ? block.outLeft : block.outRight,
+                line + start, line + next, isLeft ? gains.toLeft : gains.toRight};
+    };
+    subBlock.steady = side(!dipsLeft);
+    subBlock.dipped = side(dipsLeft);
 
     PairList pairs(subBlock, dipsLeft);
     const bool lowPassOn = held.lowPass > 0.0;
@@ -73,7 +75,10 @@ bool makeSubBlock(const DelayFields& live, const LineClearing& clearing, const S
         pairs.add(live.highPassLeft, live.highPassRight);
     }
 
-    subBlock.sineTable = live.sineTable;
-    subBlock.sineTableSize = static_cast<VstInt32>(DelayFields::kSineTableSize);
+    subBlock.sines = nullptr; // without depth all factors of the sweep are 1.0
+    if (held.panDepth != 0.0) {
+        subBlock.sines = sweep.sines(live.sineTable, start, held.delayLength, subBlock.frames);
+        subBlock.nextSines = sweep.expected(next);
+    }
     return true;
 }

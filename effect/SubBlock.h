@@ -14,6 +14,8 @@
 #include "effect/StereoBlock.h"
 #include "plugin/vst2/AEffect.h"
 
+class SweepPass;
+
 // The longest sub-block, in frames, and what the length of each is a multiple of.
 constexpr VstInt32 kMaxSubBlock = 64;
 constexpr VstInt32 kSubBlockStep = 4;
@@ -70,17 +72,16 @@ struct SubBlock {
     int pairsRunning;    // 0 to 2
     int pairsInside;     // how many of them stand inside the loop; the rest stand behind it
 
-    const double* sineTable; // half a period
-    VstInt32 sineTableSize;
-    std::int64_t nextPosition; // of the samples after this sub-block, as far as is known
+    const double* sines;     // of the sweep, one a frame; null without a sweep
+    const double* nextSines; // where those of the samples after this sub-block will probably be
 };
 
 // The sub-block that `live` allows at this moment, of at most `frames` of the block's. False where
 // the next sample has to go by itself: at the start of a pass, so that no sub-block starts where
 // the lines are rewound to, shortly before its end, and while the lines are being cleared, since
 // what was read of them in advance would be old echoes that come back.
-bool makeSubBlock(const DelayFields& live, const LineClearing& clearing, const StereoBlock& block,
-                  VstInt32 frames, SubBlock& subBlock);
+bool makeSubBlock(const DelayFields& live, const LineClearing& clearing, SweepPass& sweep,
+                  const StereoBlock& block, VstInt32 frames, SubBlock& subBlock);
 
 // Takes the samples through the signal path and sets subBlock.frames to how many. Every 16 frames
 // it looks in memory whether all is still as it is held to be and no clearing has begun; else the

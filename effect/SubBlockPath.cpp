@@ -2,7 +2,6 @@
 #include "effect/LiveField.h"
 #include "effect/SubBlock.h"
 #include "effect/VstXSynth.h"
-#include "plugin/Truncation.h"
 
 #include <algorithm>
 
@@ -10,7 +9,7 @@
 // itself.
 VstInt32 VstXSynth::processSubBlock(const StereoBlock& block, VstInt32 frames) {
     SubBlock subBlock;
-    if (!makeSubBlock(*this, clearing_, block, frames, subBlock)) {
+    if (!makeSubBlock(*this, clearing_, sweep_, block, frames, subBlock)) {
         return 0;
     }
     kRenderSubBlock(subBlock);
@@ -20,8 +19,8 @@ VstInt32 VstXSynth::processSubBlock(const StereoBlock& block, VstInt32 frames) {
 
     const std::int64_t start = subBlock.held.delayPosition;
     const std::int64_t end = start + subBlock.frames;
-    sweepPhase = static_cast<double>(end - 1) / static_cast<double>(subBlock.held.delayLength);
-    sineIndex = truncateToInt64(sweepPhase * static_cast<double>(kSineTableSize));
+    sweepPhase = sweepPhaseAt(end - 1, subBlock.held.delayLength);
+    sineIndex = sineIndexAt(sweepPhase);
     if (readLive(delayPosition) == start) { // else somebody has rewound the lines meanwhile
         writeLive(delayPosition, end);
     }

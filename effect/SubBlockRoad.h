@@ -3,7 +3,6 @@
 
 #include "effect/FieldWatch.h"
 #include "effect/SubBlockPair.h"
-#include "effect/SubBlockSweep.h"
 #include "effect/SubBlockVectors.h"
 
 namespace {
@@ -24,9 +23,10 @@ template <int kPairs, bool kSwept>
 class SubBlockRoad {
 public:
     TVDELAY_INLINE SubBlockRoad(const SubBlock& subBlock, Between& between)
-        : subBlock_(subBlock), between_(between), first_{}, second_{}, sweep_(subBlock),
-          steady_(subBlock.steady), dipped_(subBlock.dipped), inside_(subBlock.pairsInside),
-          feedBack_(subBlock.held.feedBack), level_(subBlock.held.mix) {
+        : subBlock_(subBlock), between_(between), first_{}, second_{}, steady_(subBlock.steady),
+          dipped_(subBlock.dipped), inside_(subBlock.pairsInside),
+          feedBack_(subBlock.held.feedBack), level_(subBlock.held.mix),
+          depth_(subBlock.held.panDepth) {
         if constexpr (kPairs > 0) {
             first_.start(subBlock.pairs[0], between.taps[0]);
         }
@@ -47,11 +47,7 @@ public:
                 if (!stillHolds<kPairs>(subBlock_)) {
                     break;
                 }
-                __builtin_prefetch(steady_.nextLine + i);
-                __builtin_prefetch(dipped_.nextLine + i);
-            }
-            if constexpr (kSwept) {
-                sweep_.fetchAhead();
+                fetchNext(i);
             }
             if (i >= kLeaveLag) {
                 leave(i - kLeaveLag);
@@ -74,6 +70,18 @@ private:
     static constexpr int kWidenLag = 4;
     static constexpr int kSecondLag = 12;
     static constexpr int kLeaveLag = kPairs == 2 ? 20 : kPairs == 1 ? 4 : 0;
+
+    // Has fetched what the next sub-block will read for frames `i` to `i + 15`: until this
+    // instance's turn comes again, those of others take its place. The last of each cache line's
+    // frames are named, since the line before the first is at hand.
+    TVDELAY_INLINE void fetchNext(int i) {
+        __builtin_prefetch(steady_.nextLine + i + kWatchedFrames - 1);
+        __builtin_prefetch(dipped_.nextLine + i + kWatchedFrames - 1);
+        if constexpr (kSwept) {
+            __builtin_prefetch(subBlock_.nextSines + i + kWatchedFrames / 2 - 1);
+            __builtin_prefetch(subBlock_.nextSines + i + kWatchedFrames - 1);
+        }
+    }
 
     // What the steps behind the first pair still have of the frames before `end`.
     TVDELAY_INLINE void drain(int end) {
@@ -176,9 +184,9 @@ private:
         Doubles4 steady = __builtin_convertvector(wet.dipped * steady_.gain, Doubles4) * level_;
         Doubles4 dipped = __builtin_convertvector(wet.steady * dipped_.gain, Doubles4) * level_;
         if constexpr (kSwept) {
-            Doubles4 factor;
-            sweep_.next(factor);
-            dipped *= factor;
+            Doubles4 sine;
+            load(sine, subBlock_.sines + i);
+            dipped *= 1.0 - depth_ * sine;
         }
         steady += __builtin_convertvector(inSteady, Doubles4);
         dipped += __builtin_convertvector(inDipped, Doubles4);
@@ -201,21 +209,21 @@ private:
     Between& between_;
     SubBlockPair first_;
     SubBlockPair second_;
-    SubBlockSweep sweep_;
     Side steady_;
     Side dipped_;
     int inside_;
     float feedBack_;
     double level_;
+    double depth_;
 };
 
 template <int kPairs>
 TVDELAY_INLINE int runRoad(const SubBlock& subBlock) {
     alignas(64) Between between;
-    if (subBlock.held.panDepth != 0.0) {
+    if (subBlock.sines != nullptr) {
         return SubBlockRoad<kPairs, true>(subBlock, between).run();
     }
-    return SubBlockRoad<kPairs, false>(subBlock, between).run(); // the factors would all be 1.0
+    return SubBlockRoad<kPairs, false>(subBlock, between).run();
 }
 
 TVDELAY_INLINE void renderSubBlock(SubBlock& subBlock) {

@@ -6,6 +6,7 @@
 #include "effect/LineClearing.h"
 #include "effect/ParameterIndex.h"
 #include "effect/StereoBlock.h"
+#include "effect/SweepPass.h"
 #include "plugin/AudioEffectX.h"
 
 #include <cstdint>
@@ -18,8 +19,8 @@ public:
     // Makes all buffers, applies program 0 and makes the editor, closed. `host` may be null. A
     // failed allocation leaves as an exception.
     explicit VstXSynth(audioMasterCallback host);
-    // Deletes the editor, and nothing else: buffers, filters and programs stay to the process's
-    // end.
+    // Deletes the editor and what the sweep has kept. Buffers, filters and programs stay to the
+    // process's end.
     ~VstXSynth() override;
 
     void resume() override; // clears the lines; position, side and filter states stay
@@ -71,4 +72,5 @@ private:
     VstInt32 processSubBlock(const StereoBlock& block, VstInt32 frames);
 
     LineClearing clearing_;
+    SweepPass sweep_;
 };

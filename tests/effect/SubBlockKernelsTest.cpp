@@ -3,6 +3,7 @@
 #include "effect/SubBlock.h"
 
 #include "effect/LiveField.h"
+#include "effect/SweepPass.h"
 #include "tests/support/Bits.h"
 #include "tests/support/Dice.h"
 #include "tests/support/RandomSeed.h"
@@ -150,7 +151,7 @@ public:
         const auto count = static_cast<std::size_t>(frames_);
         const StereoBlock block = {own_.data(), own_.data() + count, own_.data() + outLeft_,
                                    own_.data() + outRight_};
-        if (!makeSubBlock(fields, clearing_, block, frames_, subBlock_) ||
+        if (!makeSubBlock(fields, clearing_, sweep_, block, frames_, subBlock_) ||
             subBlock_.frames != frames_) {
             return -1;
         }
@@ -224,6 +225,7 @@ private:
     std::vector<float> own_;
     std::vector<float> expected_;
     LineClearing clearing_;
+    SweepPass sweep_;
     SubBlock subBlock_{};
 };
 
