@@ -17,7 +17,7 @@
 class SweepPass;
 
 // The longest sub-block, in frames, and what the length of each is a multiple of.
-constexpr VstInt32 kMaxSubBlock = 64;
+constexpr VstInt32 kMaxSubBlock = 256;
 constexpr VstInt32 kSubBlockStep = 4;
 
 // What each sample of the effect reads of its parameters and of its place.
