@@ -1,5 +1,8 @@
 #include "host/base/StandardOutput.h"
 
+#include "host/base/UserError.h"
+
+#include <csignal>
 #include <cstdio>
 #include <iostream>
 #include <streambuf>
@@ -13,7 +16,7 @@ namespace {
 
 constexpr int kFirstFree = 3; // after the three standard ones
 
-int kept = STDOUT_FILENO;
+int kept = -1;
 
 // Passes on to a file of the C library, so that fflush() reaches what is held back.
 class FileBuffer : public std::streambuf {
@@ -53,7 +56,17 @@ void keepStandardOutput() {
     }
 }
 
-int standardOutputDescriptor() {
+int takeStandardOutput() {
+    std::cout.flush();
+    if (isatty(kept) == 1) {
+        throw UserError("standard output is a terminal; lead it into a file or another program, or "
+                        "give a file's name");
+    }
+    if (kept < 0) {
+        throw UserError("standard output is closed; lead it into a file or another program, or "
+                        "give a file's name");
+    }
+    std::signal(SIGPIPE, SIG_IGN);
     return kept;
 }
 

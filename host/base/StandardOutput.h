@@ -7,8 +7,9 @@ namespace tvhost {
 // there, plug-ins above all, goes to standard error. Call once, at the start.
 void keepStandardOutput();
 
-// The descriptor of standard output, for bytes that std::cout is not for; flush that first. It may
-// be one that cannot be written to when the program was started without standard output.
-int standardOutputDescriptor();
+// The descriptor of standard output, for sound; std::cout is not to be used after. From now on a
+// reader that goes away is an error of the write and not a signal. Throws UserError when standard
+// output is closed or a terminal.
+int takeStandardOutput();
 
 } // namespace tvhost

@@ -3,19 +3,14 @@
 #include "host/base/NumberText.h"
 #include "host/base/PlainText.h"
 #include "host/base/UserError.h"
+#include "host/commands/JobsOption.h"
+#include "host/commands/RenderBatch.h"
 #include "host/commands/SecondsOption.h"
-#include "host/plugin/EffectInstance.h"
-#include "host/render/Automation.h"
-#include "host/render/ProgressBar.h"
-#include "host/render/Renderer.h"
-#include "host/render/SampleRateConverter.h"
-#include "host/render/SoundFileReader.h"
-#include "host/render/SoundFileWriter.h"
+#include "host/render/SoundFormat.h"
+#include "host/render/StandardStreams.h"
 
-#include <chrono>
 #include <cstdio>
 #include <iostream>
-#include <memory>
 #include <optional>
 
 namespace tvhost {
@@ -24,8 +19,6 @@ namespace {
 
 constexpr int kDefaultBlock = 512;
 constexpr int kLargestBlock = 65536;
-constexpr int kLowestRate = 1000;
-constexpr int kHighestRate = 192000;
 constexpr double kLongestTail = 3600.0;
 
 int blockFrom(const std::string& text) {
@@ -45,41 +38,16 @@ std::optional<int> rateFrom(const std::string& text) {
         return std::nullopt;
     }
     const auto rate = parseWholeNumber(text);
-    if (!rate || *rate < kLowestRate || *rate > kHighestRate) {
+    if (!rate || *rate < RenderTerms::kLowestRate || *rate > RenderTerms::kHighestRate) {
         throw UserError("--rate " + text + ": give a whole number of Hz from " +
-                        std::to_string(kLowestRate) + " to " + std::to_string(kHighestRate));
+                        std::to_string(RenderTerms::kLowestRate) + " to " +
+                        std::to_string(RenderTerms::kHighestRate));
     }
     return static_cast<int>(*rate);
 }
 
-std::unique_ptr<FrameSource> atRate(std::unique_ptr<FrameSource> source, std::optional<int> rate,
-                                    const std::string& path) {
-    if (rate && *rate != source->sampleRate()) {
-        return std::make_unique<SampleRateConverter>(std::move(source), *rate, path);
-    }
-    if (source->sampleRate() < kLowestRate || source->sampleRate() > kHighestRate) {
-        throw UserError(path + " is at " + std::to_string(source->sampleRate()) +
-                        " Hz; give a --rate from " + std::to_string(kLowestRate) + " to " +
-                        std::to_string(kHighestRate) + " to render at");
-    }
-    return source;
-}
-
-std::string count(std::int64_t number, const char* thing) {
-    return std::to_string(number) + " " + thing + (number == 1 ? "" : "s");
-}
-
-std::string latencyNote(std::int64_t frames, int sampleRate) {
-    if (frames == 0) {
-        return {};
-    }
-    const double seconds = static_cast<double>(frames) / sampleRate;
-    return ", latency of " + count(frames, "sample") + " (" + fixedNumber(seconds * 1000.0, 1) +
-           " ms) taken off";
-}
-
 void warn(const std::string& text) {
-    std::fprintf(stderr, "tvhost: warning: %s\n", text.c_str());
+    std::fprintf(stderr, "tvhost: warning: %s\n", plainText(text).c_str());
 }
 
 } // namespace
@@ -88,14 +56,17 @@ CLI::App* RenderCommand::declare(CLI::App& app) {
     CLI::App* const command = app.add_subcommand("render", "Send a sound file through an effect");
     command
         ->add_option("IN", input_,
-                     "Sound file to read, of any number of channels, at any sample rate")
+                     "Sound file to read, of any number of channels, at any sample rate; - is "
+                     "standard input")
         ->required()
         ->type_name("");
     command
         ->add_option("OUT", output_,
                      "Sound file to write; its extension is its format: " +
-                         SoundFormat::knownExtensions())
-        ->required()
+                         SoundFormat::knownExtensions() + "; - is standard output, in WAV")
+        ->type_name("");
+    command
+        ->add_option("MORE", more_, "With --out-folder, OUT and all further files are read as well")
         ->type_name("");
     options_.declarePlugin(*command);
     options_.declareSettings(*command);
@@ -122,6 +93,16 @@ CLI::App* RenderCommand::declare(CLI::App& app) {
                      "died away below -90 dBFS, at most 60 s")
         ->type_name("SECONDS");
     declareLongestGap(*command, longestGap_);
+    command
+        ->add_option("--raw", raw_,
+                     "What goes through - is samples without a header: one of " +
+                         RawFormat::kinds() + "; standard input's rate and channels as well")
+        ->type_name("KIND[,RATE,CHANNELS]");
+    command
+        ->add_option("--out-folder", folder_,
+                     "Read all files given, and write each under its own name into this folder")
+        ->type_name("FOLDER");
+    declareJobs(*command, jobs_, "With --out-folder, files rendered at a time");
     command->add_flag("--force", force_, "Render what there is of a damaged input, with a warning");
     command->add_flag("--no-compensation", uncompensated_,
                       "Leave the effect's latency in the output");
@@ -133,77 +114,90 @@ CLI::App* RenderCommand::declare(CLI::App& app) {
         "\n"
         "  tvhost render guitar.wav echo.wav --program SlapBack\n"
         "  tvhost render voice.flac echo.flac --set Delay=0.3 --set Mix=0.5 --tail 4\n"
-        "  tvhost render drums.wav echo.wav --automate Mix=0:0,2.5:0.8 --rate 48000");
+        "  tvhost render drums.wav echo.wav --automate Mix=0:0,2.5:0.8 --rate 48000\n"
+        "  tvhost render *.wav --out-folder wet --program Canyon\n"
+        "  sox in.mp3 -t wav - | tvhost render - - | ffmpeg -i - out.m4a");
     return command;
 }
 
+RenderOrder RenderCommand::order() const {
+    RenderOrder order;
+    order.effect = options_;
+    order.automation = automation_;
+    order.sampleRate = rateFrom(rate_);
+    order.terms.blockSize = blockFrom(block_);
+    order.terms.tailSeconds = secondsFrom("--tail", tail_, kLongestTail);
+    order.terms.longestGap = longestGapFrom(longestGap_);
+    order.terms.compensated = !uncompensated_;
+    order.force = force_;
+    if (raw_.empty()) {
+        return order;
+    }
+    order.raw = RawFormat::from(raw_);
+    if (isStandardStream(input_) != order.raw->sampleRate.has_value()) {
+        throw UserError(order.raw->sampleRate
+                            ? "--raw " + raw_ + ": only standard input has a rate and channels " +
+                                  "of its own; give --raw " + order.raw->name
+                            : "--raw " + raw_ + ": rate and channels of standard input are " +
+                                  "missing; give them as in --raw " + raw_ + ",44100,2");
+    }
+    return order;
+}
+
 void RenderCommand::run() {
-    const std::optional<int> givenRate = rateFrom(rate_);
-    RenderTerms terms;
-    terms.blockSize = blockFrom(block_);
-    terms.tailSeconds = secondsFrom("--tail", tail_, kLongestTail);
-    terms.longestGap = longestGapFrom(longestGap_);
-    terms.compensated = !uncompensated_;
-    SoundFormat::requireKnownExtension(output_);
+    if (!folder_.empty()) {
+        runBatch();
+        return;
+    }
+    if (output_.empty()) {
+        throw UserError("OUT is missing; give the sound file to write, or --out-folder; see "
+                        "'tvhost render --help'");
+    }
+    if (!more_.empty()) {
+        throw UserError("there is one sound file too many, " + more_.front() +
+                        "; give one to read and one to write, or --out-folder; see "
+                        "'tvhost render --help'");
+    }
+    if (!jobs_.empty()) {
+        throw UserError("--jobs " + jobs_ +
+                        ": a single file is rendered at once; give several "
+                        "and --out-folder");
+    }
+    if (!raw_.empty() && !isStandardStream(input_) && !isStandardStream(output_)) {
+        throw UserError("--raw " + raw_ +
+                        ": neither IN nor OUT is -; only what goes through "
+                        "standard input or output can be raw");
+    }
+    renderSound(order(), input_, output_, [this](const RenderOutcome& outcome) {
+        for (const std::string& warning : outcome.warnings) {
+            warn(warning);
+        }
+        if (isStandardStream(output_)) {
+            std::fprintf(stderr, "%s\n", outcome.summary.c_str());
+        } else {
+            std::cout << outcome.summary << "\n" << std::flush;
+        }
+    });
+}
 
-    EffectInstance effect(options_.load());
-    effect.requireAudio();
-    auto reader = std::make_unique<SoundFileReader>(input_);
-    const SoundFileReader& file = *reader;
-    const std::unique_ptr<FrameSource> source = atRate(std::move(reader), givenRate, input_);
-    const int sampleRate = source->sampleRate();
-    effect.start(sampleRate, terms.blockSize);
-    options_.settings.apply(effect);
-    effect.followIoChange();
-    Automation changes(effect, automation_, sampleRate);
-
-    const std::int64_t expected =
-        source->expectedFrames() +
-        static_cast<std::int64_t>(terms.tailSeconds.value_or(TailGate::kLongestSeconds) *
-                                  sampleRate);
-    const SoundFormat format =
-        SoundFormat::forFile(output_, effect.outputCount(), sampleRate, expected);
-    SoundFileWriter writer(output_, format, effect.outputCount(), sampleRate);
-
-    Renderer renderer(effect, *source, changes, writer, terms);
-    const auto begin = std::chrono::steady_clock::now();
-    {
-        ProgressBar progress(source->expectedFrames(), sampleRate);
-        renderer.run(progress);
+void RenderCommand::runBatch() {
+    std::vector<std::string> inputs = {input_};
+    if (!output_.empty()) {
+        inputs.push_back(output_);
     }
-    const std::string damage = file.damage();
-    if (!damage.empty() && !force_) {
-        throw UserError(input_ + " is damaged: " + damage +
-                        "; give an intact file, or --force to render what there is");
+    inputs.insert(inputs.end(), more_.begin(), more_.end());
+    if (!raw_.empty()) {
+        throw UserError("--raw " + raw_ +
+                        ": only what goes through standard input or output can "
+                        "be raw; leave out --out-folder");
     }
-    writer.finish();
-    const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - begin;
-
-    if (!damage.empty()) {
-        warn(input_ + " is damaged: " + damage);
+    if (!options_.log.empty()) {
+        throw UserError("--log " + options_.log +
+                        ": a log is of one render; leave out "
+                        "--out-folder");
     }
-    const ChannelPlan plan(source->channels(), effect.inputCount(), effect.outputCount());
-    if (const std::string note = plan.note(effect.name()); !note.empty()) {
-        warn(note);
-    }
-    if (writer.samplesClipped() > 0) {
-        warn(count(writer.samplesClipped(), "sample") + " beyond full scale clipped in " + output_ +
-             ", since " + format.name + " cannot hold them; WAV can");
-    }
-    if (renderer.tailWasCut()) {
-        warn("the tail was still heard when it was cut after " +
-             shortNumber(TailGate::kLongestSeconds, 0) + " s; --tail makes it longer");
-    }
-    if (changes.pending() > 0) {
-        warn(count(changes.pending(), "--automate point") +
-             " after the end of the output had no effect; --tail makes it longer");
-    }
-
-    const double seconds = static_cast<double>(writer.framesWritten()) / sampleRate;
-    std::cout << plainText(output_) << ": " << fixedNumber(seconds, 3) << " s, peak "
-              << decibelText(writer.peak()) << "FS, " << fixedNumber(seconds / elapsed.count(), 0)
-              << "x real time" << latencyNote(renderer.latency(), sampleRate) << "\n"
-              << std::flush;
+    const std::size_t jobs = jobsFrom(jobs_);
+    failed_ = !RenderBatch(order(), inputs, folder_).run(jobs);
 }
 
 } // namespace tvhost

@@ -1,14 +1,13 @@
 #include "host/render/HeaderPromise.h"
 
+#include "host/render/WaveHeader.h"
+
 #include <array>
 #include <regex>
 
 namespace tvhost {
 
 namespace {
-
-// Writers that don't know the length put the largest number or nearly that.
-constexpr std::int64_t kOpenLength = 0x7FFF0000;
 
 struct Field {
     const char* name;
@@ -31,7 +30,7 @@ std::optional<HeaderShortfall> headerShortfall(const std::string& log) {
     for (std::sregex_iterator match(log.begin(), log.end(), line), end; match != end; ++match) {
         const HeaderShortfall found{std::stoll((*match)[2]), std::stoll((*match)[3])};
         for (const Field& field : kFields) {
-            if ((*match)[1] == field.name && found.promised < kOpenLength &&
+            if ((*match)[1] == field.name && !leavesLengthOpen(found.promised) &&
                 found.promised > found.present + field.slack) {
                 return found;
             }

@@ -17,6 +17,9 @@ namespace tvhost {
 
 // What a render is to be like.
 struct RenderTerms {
+    static constexpr int kLowestRate = 1000; // Hz
+    static constexpr int kHighestRate = 192000;
+
     int blockSize = 512;               // most frames that the effect gets at a time
     std::optional<double> tailSeconds; // nothing for as long as the echoes last (see TailGate)
     double longestGap = TailGate::kUsualGapSeconds; // between echoes

@@ -8,16 +8,18 @@
 #include <sndfile.h>
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace tvhost {
 
 // Writes a sound file that appears under its name when finish() has been called, and not at all
-// without.
+// without; or standard output, as it comes.
 class SoundFileWriter {
 public:
-    // Throws UserError when the file cannot be written.
+    // `path` is "-" for standard output, which takes a format of SoundFormat::forStream(). Throws
+    // UserError when it cannot be written.
     SoundFileWriter(const std::string& path, const SoundFormat& format, int channels,
                     int sampleRate);
     ~SoundFileWriter();
@@ -37,14 +39,20 @@ public:
 
 private:
     [[noreturn]] void refuse(const std::string& reason) const;
+    void writeHeader();
+    void completeHeader();
+    bool writeFixed(const float* interleaved, std::int64_t frames);
 
-    std::string path_;
-    bool fixedPoint_;
+    std::string name_; // in messages
+    SoundFormat format_;
     SF_INFO info_{};
-    OutputFile output_;
+    std::optional<OutputFile> output_; // none for standard output
+    int descriptor_;
     SoundSink sink_;
     SNDFILE* file_ = nullptr;
-    std::vector<float> clipped_;
+    std::int64_t headerPlace_ = -1; // where it can be written again; -1 where it can't
+    std::int64_t headerSize_ = 0;
+    std::vector<double> steps_;
     std::int64_t frameCount_ = 0;
     float largest_ = 0.0f;
     std::int64_t clippedCount_ = 0;

@@ -37,6 +37,26 @@ constexpr Entry kEntries[] = {
 // A WAV header counts bytes in 32 bits; beyond that its 64-bit sibling takes over.
 constexpr std::int64_t kLargestWav = 4'200'000'000;
 
+int fixedBitsOf(int code) {
+    switch (code & SF_FORMAT_SUBMASK) {
+    case SF_FORMAT_PCM_U8:
+        return 8;
+    case SF_FORMAT_PCM_16:
+        return 16;
+    case SF_FORMAT_PCM_24:
+        return 24;
+    case SF_FORMAT_PCM_32:
+        return 32;
+    default:
+        return 0;
+    }
+}
+
+bool isFloatingPoint(int code) {
+    const int samples = code & SF_FORMAT_SUBMASK;
+    return samples == SF_FORMAT_FLOAT || samples == SF_FORMAT_DOUBLE;
+}
+
 const Entry& entryFor(const std::string& path) {
     const std::string extension = std::filesystem::path(path).extension().string();
     const auto entry = std::find_if(std::begin(kEntries), std::end(kEntries), [&](const Entry& e) {
@@ -65,18 +85,30 @@ void SoundFormat::requireKnownExtension(const std::string& path) {
     entryFor(path);
 }
 
-SoundFormat SoundFormat::forFile(const std::string& path, int channels, int sampleRate,
-                                 std::int64_t expectedFrames) {
-    const Entry& entry = entryFor(path);
-    SoundFormat format{entry.code, false, false, entry.name};
-    const std::int64_t bytes = expectedFrames * channels * static_cast<std::int64_t>(sizeof(float));
-    if ((format.code & SF_FORMAT_TYPEMASK) == SF_FORMAT_WAV && bytes > kLargestWav) {
-        format.code = SF_FORMAT_RF64 | SF_FORMAT_FLOAT;
-    }
+SoundFormat SoundFormat::forStream(const std::optional<RawFormat>& raw) {
+    SoundFormat format;
+    format.code = raw ? raw->code : SF_FORMAT_RAW | SF_FORMAT_FLOAT | SF_ENDIAN_LITTLE;
+    format.name = raw ? raw->name : "WAV";
+    format.fixedBits = fixedBitsOf(format.code);
+    format.floatingPoint = isFloatingPoint(format.code);
+    format.waveHeader = !raw;
+    return format;
+}
 
-    const int samples = format.code & SF_FORMAT_SUBMASK;
-    format.fixedPoint = samples == SF_FORMAT_PCM_24;
-    format.floatingPoint = samples == SF_FORMAT_FLOAT;
+SoundFormat SoundFormat::forFile(const std::string& path, int channels, int sampleRate,
+                                 std::optional<std::int64_t> expectedFrames) {
+    const Entry& entry = entryFor(path);
+    SoundFormat format;
+    format.code = entry.code;
+    format.name = entry.name;
+    const std::int64_t most = kLargestWav / (channels * static_cast<std::int64_t>(sizeof(float)));
+    if ((format.code & SF_FORMAT_TYPEMASK) == SF_FORMAT_WAV &&
+        expectedFrames.value_or(most + 1) > most) {
+        format.code = SF_FORMAT_RF64 | SF_FORMAT_FLOAT;
+        format.becomesWav = true;
+    }
+    format.fixedBits = fixedBitsOf(format.code);
+    format.floatingPoint = isFloatingPoint(format.code);
 
     SF_INFO info{};
     info.channels = channels;

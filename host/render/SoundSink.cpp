@@ -25,6 +25,10 @@ std::string SoundSink::reason() const {
     return std::strerror(fault_);
 }
 
+bool SoundSink::readerHasGone() const {
+    return fault_ == EPIPE;
+}
+
 SF_VIRTUAL_IO SoundSink::callbacks() {
     SF_VIRTUAL_IO file{};
     file.get_filelen = [](void* user) { return of(user).length(); };
@@ -50,6 +54,7 @@ sf_count_t SoundSink::write(const void* data, sf_count_t count) {
             ::write(descriptor_, bytes + done, static_cast<std::size_t>(count - done));
         if (written > 0) {
             done += written;
+            written_ += written;
         } else if (written == 0 || errno != EINTR) {
             fault_ = written == 0 ? ENOSPC : errno;
         }
@@ -58,6 +63,10 @@ sf_count_t SoundSink::write(const void* data, sf_count_t count) {
 }
 
 sf_count_t SoundSink::seek(sf_count_t offset, int whence) {
+    if (kind_ == Kind::kStream) {
+        // Without a header the library only asks where it is.
+        return written_;
+    }
     const off_t position = lseek(descriptor_, offset, whence);
     if (position < 0 && !failed()) {
         fault_ = errno;
@@ -66,6 +75,9 @@ sf_count_t SoundSink::seek(sf_count_t offset, int whence) {
 }
 
 sf_count_t SoundSink::length() {
+    if (kind_ == Kind::kStream) {
+        return written_;
+    }
     struct stat status{};
     return fstat(descriptor_, &status) == 0 ? status.st_size : -1;
 }

@@ -12,12 +12,12 @@ TEST(SoundFormat, KeepsFloatingPointWhereTheFormatHasIt) {
     const SoundFormat wav = SoundFormat::forFile("a.wav", 2, 44100, 1000);
     EXPECT_EQ(wav.code, SF_FORMAT_WAV | SF_FORMAT_FLOAT);
     EXPECT_TRUE(wav.floatingPoint);
-    EXPECT_FALSE(wav.fixedPoint);
+    EXPECT_EQ(wav.fixedBits, 0);
     const SoundFormat flac = SoundFormat::forFile("a.flac", 2, 44100, 1000);
-    EXPECT_TRUE(flac.fixedPoint);
+    EXPECT_EQ(flac.fixedBits, 24);
     EXPECT_FALSE(flac.floatingPoint);
     const SoundFormat vorbis = SoundFormat::forFile("a.ogg", 2, 44100, 1000);
-    EXPECT_FALSE(vorbis.fixedPoint);
+    EXPECT_EQ(vorbis.fixedBits, 0);
     EXPECT_FALSE(vorbis.floatingPoint);
 }
 
@@ -30,6 +30,13 @@ TEST(SoundFormat, LeavesWavForItsSiblingBeyondFourGigabytes) {
               SF_FORMAT_WAV | SF_FORMAT_FLOAT);
     EXPECT_EQ(SoundFormat::forFile("a.w64", 2, 48000, 540'000'000).code,
               SF_FORMAT_W64 | SF_FORMAT_FLOAT);
+}
+
+TEST(SoundFormat, LeavesWavForItsSiblingWhereTheLengthIsNotKnown) {
+    const SoundFormat format = SoundFormat::forFile("a.wav", 2, 48000, std::nullopt);
+    EXPECT_EQ(format.code, SF_FORMAT_RF64 | SF_FORMAT_FLOAT);
+    EXPECT_TRUE(format.becomesWav);
+    EXPECT_FALSE(SoundFormat::forFile("a.rf64", 2, 48000, std::nullopt).becomesWav);
 }
 
 TEST(SoundFormat, RefusesUnknownExtensions) {
