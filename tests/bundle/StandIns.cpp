@@ -2,6 +2,7 @@
 
 #include <dlfcn.h>
 #include <strings.h>
+#include <sys/mman.h>
 
 #include <cmath>
 #include <cstdint>
@@ -91,6 +92,14 @@ double powerOfTen(double x) {
     return std::pow(10.0, x);
 }
 
+// The two systems have different numbers for memory without a file.
+void* mapMemory(void* where, std::size_t size, int protection, int flags, int file, long offset) {
+    constexpr int kMacMapAnonymous = 0x1000;
+    constexpr int kAlike = MAP_SHARED | MAP_PRIVATE | MAP_FIXED;
+    const int own = (flags & kAlike) | ((flags & kMacMapAnonymous) != 0 ? MAP_ANONYMOUS : 0);
+    return mmap(where, size, protection, own, file, offset);
+}
+
 void* pushPool() {
     return nullptr;
 }
@@ -117,6 +126,7 @@ void* standInFor(const std::string& symbol) {
         {"_CFURLCreateFromFileSystemRepresentation", address(makeUrl)},
         {"_TickCount", address(tickCount)},
         {"_dladdr", address(addressInfo)},
+        {"_mmap", address(mapMemory)},
         {"_objc_autoreleasePoolPop", address(popPool)},
         {"_objc_autoreleasePoolPush", address(pushPool)},
         {"___bzero", address(bzero)},

@@ -135,6 +135,8 @@ const Library kSystem = {
      {"_log10f", 5},
      {"_memcpy", 5},
      {"_memmove", 5},
+     {"_mmap", 5},
+     {"_munmap", 5},
      {"_sin", 5},
      {"_snprintf", 5},
      {"_strlen", 5},
