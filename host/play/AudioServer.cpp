@@ -1,6 +1,7 @@
 #include "host/play/AudioServer.h"
 
 #include "host/base/PlainText.h"
+#include "host/base/QuietErrors.h"
 #include "host/base/TextTable.h"
 #include "host/base/UserError.h"
 
@@ -9,9 +10,6 @@
 #include <algorithm>
 #include <optional>
 #include <utility>
-
-#include <fcntl.h>
-#include <unistd.h>
 
 // The library's sixth version answers what its fifth throws, and gives devices names of their own
 // where they had places in a row.
@@ -43,29 +41,6 @@ struct Device {
     RtAudio::DeviceInfo info;
 };
 
-// ALSA's library complains on standard error about what isn't there.
-class QuietErrors {
-public:
-    QuietErrors() : kept_(fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, 3)) {
-        const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
-        if (kept_ >= 0 && nowhere >= 0) {
-            dup2(nowhere, STDERR_FILENO);
-        }
-        close(nowhere);
-    }
-    ~QuietErrors() {
-        if (kept_ >= 0) {
-            dup2(kept_, STDERR_FILENO);
-            close(kept_);
-        }
-    }
-    QuietErrors(const QuietErrors&) = delete;
-    QuietErrors& operator=(const QuietErrors&) = delete;
-
-private:
-    int kept_;
-};
-
 std::unique_ptr<RtAudio> reach(const Server& server) {
     auto audio = std::make_unique<RtAudio>(server.api);
     audio->showWarnings(false);
@@ -73,6 +48,7 @@ std::unique_ptr<RtAudio> reach(const Server& server) {
 }
 
 std::vector<Device> devicesOf(RtAudio& audio) {
+    // ALSA's library complains on standard error about what isn't there.
     const QuietErrors quiet;
     std::vector<Device> devices;
 #if TVHOST_RTAUDIO_ANSWERS

@@ -2,6 +2,7 @@
 
 #include "host/base/NumberText.h"
 #include "host/base/PlainText.h"
+#include "host/base/QuietErrors.h"
 #include "host/base/StandardInput.h"
 #include "host/base/StartFolder.h"
 #include "host/base/UserError.h"
@@ -122,6 +123,7 @@ void SoundFileReader::openStandardInput(const std::optional<RawFormat>& raw) {
 }
 
 void SoundFileReader::openDescriptor() {
+    const QuietErrors quiet;
     file_ = sf_open_fd(descriptor_, SFM_READ, &info_, SF_FALSE);
     if (!file_) {
         throw UserError(name_ + " cannot be read as sound (" + plainText(sf_strerror(nullptr)) +
@@ -181,7 +183,13 @@ std::int64_t SoundFileReader::expectedFrames() const {
 }
 
 int SoundFileReader::read(float* interleaved, int frames) {
+    std::optional<QuietErrors> quiet;
+    if ((info_.format & SF_FORMAT_TYPEMASK) == SF_FORMAT_MPEG) {
+        // Its decoder has words of its own about damage, on standard error.
+        quiet.emplace();
+    }
     const int count = static_cast<int>(sf_readf_float(file_, interleaved, frames));
+    quiet.reset();
     if (count < frames && sf_error(file_) != SF_ERR_NO_ERROR) {
         fault_ = plainText(sf_strerror(file_));
     }

@@ -44,12 +44,14 @@ protected:
         EXPECT_EQ(result.out, "");
         EXPECT_THAT(result.err, AllOf(HasSubstr("is damaged: "), HasSubstr(words),
                                       HasSubstr("give an intact file, or --force")));
+        EXPECT_EQ(result.errorLines().size(), 1u) << result.err;
         EXPECT_EQ(readFile(folder.file("out.wav")), "older");
 
         const ProcessResult forced = render(bytes, {"--force"});
         EXPECT_EQ(forced.status, 0);
         EXPECT_THAT(forced.err, AllOf(HasSubstr("tvhost: warning: "), HasSubstr(" is damaged: "),
                                       HasSubstr(words)));
+        EXPECT_EQ(forced.errorLines().size(), 1u) << forced.err;
         EXPECT_GT(readSound(folder.file("out.wav")).frames(), 1000u);
     }
 
@@ -66,6 +68,13 @@ TEST_F(DamagedInput, LacksFramesOfItsMiddle) {
     std::string bytes = bytesOf(SF_FORMAT_FLAC | SF_FORMAT_PCM_16);
     bytes[bytes.size() / 2] ^= 0x55;
     bytes[bytes.size() / 2 + 7] ^= 0x55;
+    expectDamage(bytes, "of 48000 frames are missing (");
+}
+
+// The decoder loses its way and doesn't find back.
+TEST_F(DamagedInput, IsNoMp3InItsMiddle) {
+    std::string bytes = bytesOf(SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III);
+    bytes.replace(bytes.size() / 2, 3000, 3000, '\0');
     expectDamage(bytes, "of 48000 frames are missing (");
 }
 
