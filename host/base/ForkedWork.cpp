@@ -6,8 +6,10 @@
 #include <cstdio>
 #include <cstring>
 #include <exception>
+#include <memory>
 #include <system_error>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include <fcntl.h>
@@ -45,7 +47,7 @@ void sendAll(int descriptor, const std::string& text) {
 // One forked process, from its start until it has been collected.
 class Worker {
 public:
-    Worker(std::size_t index, bool silent, const std::function<std::string(std::size_t)>& work)
+    Worker(std::size_t index, bool silent, const std::function<ForkedResult(std::size_t)>& work)
         : index_(index) {
         int ends[2];
         if (pipe2(ends, O_CLOEXEC) != 0) {
@@ -98,6 +100,7 @@ public:
             if (count <= 0) {
                 close(reader_);
                 reader_ = -1;
+                complete_ = true;
             } else {
                 received_.append(buffer, static_cast<std::size_t>(count));
             }
@@ -125,26 +128,31 @@ public:
 
 private:
     [[noreturn]] static void answer(int writer, bool silent, std::size_t index,
-                                    const std::function<std::string(std::size_t)>& work) {
+                                    const std::function<ForkedResult(std::size_t)>& work) {
         if (silent) {
             const int nowhere = open("/dev/null", O_RDWR | O_CLOEXEC);
             dup2(nowhere, STDOUT_FILENO);
             dup2(nowhere, STDERR_FILENO);
         }
         std::string text;
+        std::shared_ptr<void> kept;
         try {
-            text = kAnsweredMark + work(index);
+            ForkedResult result = work(index);
+            text = kAnsweredMark + result.text;
+            kept = std::move(result.kept);
         } catch (const std::exception& error) {
             text = kRefusedMark + std::string(error.what());
         }
         std::fflush(nullptr);
         sendAll(writer, text);
+        close(writer);
+        kept.reset();
         _exit(0);
     }
 
     ForkedAnswer answerFrom(int status, bool stopped) const {
         ForkedAnswer answer;
-        if (!received_.empty() && !stopped) {
+        if (!received_.empty() && (complete_ || !stopped)) {
             answer.end = received_[0] == kAnsweredMark ? ForkedAnswer::End::kAnswered
                                                        : ForkedAnswer::End::kRefused;
             answer.text = received_.substr(1);
@@ -165,6 +173,7 @@ private:
     int reader_ = -1;
     int ended_ = -1;
     std::string received_;
+    bool complete_ = false;
 };
 
 // How long nothing need be done unless something comes, in milliseconds; -1 is for ever.
@@ -199,7 +208,7 @@ std::string ForkedAnswer::fault() const {
 }
 
 void runForked(std::size_t count, const ForkedTerms& terms,
-               const std::function<std::string(std::size_t)>& work,
+               const std::function<ForkedResult(std::size_t)>& work,
                const std::function<void(std::size_t, const ForkedAnswer&)>& done) {
     std::vector<Worker> workers;
     std::size_t next = 0;

@@ -4,10 +4,22 @@
 #include <chrono>
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace tvhost {
+
+// What a piece of work has to say.
+struct ForkedResult {
+    std::string text;
+    std::shared_ptr<void> kept; // let go once the text is out, so that it is safe from what follows
+
+    ForkedResult(std::string given) : text(std::move(given)) {}
+    ForkedResult(std::string given, std::shared_ptr<void> object)
+        : text(std::move(given)), kept(std::move(object)) {}
+};
 
 // How one piece of work ended.
 struct ForkedAnswer {
@@ -41,7 +53,7 @@ struct ForkedTerms {
 // it when this process does. Only in a process with one thread. Throws std::system_error when the
 // system gives no process.
 void runForked(std::size_t count, const ForkedTerms& terms,
-               const std::function<std::string(std::size_t)>& work,
+               const std::function<ForkedResult(std::size_t)>& work,
                const std::function<void(std::size_t, const ForkedAnswer&)>& done);
 
 // How many pieces of work this machine does at a time, 1 or more.

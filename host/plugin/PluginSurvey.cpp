@@ -16,7 +16,7 @@ namespace {
 using nlohmann::json;
 
 // Runs beside the plug-in: loads it and tells what it is.
-std::string ask(const std::filesystem::path& file) {
+ForkedResult ask(const std::filesystem::path& file) {
     json answer;
     std::shared_ptr<const PluginModule> module;
     try {
@@ -25,7 +25,9 @@ std::string ask(const std::filesystem::path& file) {
         answer["isPlugin"] = false;
         return answer.dump();
     }
-    const EffectInstance effect(module);
+    // Some do themselves harm as they close, which is no reason not to list them.
+    const auto made = std::make_shared<EffectInstance>(module);
+    const EffectInstance& effect = *made;
     answer["isPlugin"] = true;
     answer["name"] = effect.name();
     answer["vendor"] = effect.vendorName();
@@ -34,7 +36,7 @@ std::string ask(const std::filesystem::path& file) {
     answer["inputs"] = effect.inputCount();
     answer["outputs"] = effect.outputCount();
     answer["hasEditor"] = effect.hasEditor();
-    return answer.dump();
+    return {answer.dump(), made};
 }
 
 // `text` without the file's name, which stands beside it.
@@ -83,6 +85,27 @@ std::vector<SurveyedPlugin> surveyPlugins(const std::vector<std::filesystem::pat
         files.size(), terms, [&](std::size_t i) { return ask(files[i]); },
         [&](std::size_t i, const ForkedAnswer& answer) { plugins[i] = take(files[i], answer); });
     return plugins;
+}
+
+EditorSize surveyEditorSize(const std::filesystem::path& file,
+                            std::chrono::milliseconds timeLimit) {
+    ForkedTerms terms;
+    terms.timeLimit = timeLimit;
+    terms.silent = true;
+    EditorSize size;
+    const auto work = [&](std::size_t) -> ForkedResult {
+        const auto effect =
+            std::make_shared<EffectInstance>(std::make_shared<const PluginModule>(file));
+        const EditorSize told = effect->hasEditor() ? effect->editorSize() : EditorSize{};
+        return {json{told.width, told.height}.dump(), effect};
+    };
+    runForked(1, terms, work, [&](std::size_t, const ForkedAnswer& answer) {
+        if (answer.end == ForkedAnswer::End::kAnswered) {
+            const json told = json::parse(answer.text);
+            size = {told.at(0), told.at(1)};
+        }
+    });
+    return size;
 }
 
 } // namespace tvhost

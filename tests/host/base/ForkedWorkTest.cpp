@@ -45,6 +45,25 @@ ForkedTerms limited() {
 
 } // namespace
 
+TEST(ForkedWork, LetsGoOfWhatIsKeptOnceTheAnswerIsOut) {
+    const auto endingBy = [](void (*deed)()) {
+        ForkedAnswer answer;
+        runForked(
+            1, limited(),
+            [&](std::size_t) {
+                return ForkedResult("said", std::shared_ptr<void>(nullptr, [=](void*) { deed(); }));
+            },
+            [&](std::size_t, const ForkedAnswer& given) { answer = given; });
+        return answer;
+    };
+    for (void (*const deed)() :
+         {+[] { std::abort(); }, +[] { _exit(7); }, +[] { waitForEver(); }}) {
+        const ForkedAnswer answer = endingBy(deed);
+        EXPECT_EQ(answer.end, End::kAnswered);
+        EXPECT_EQ(answer.text, "said");
+    }
+}
+
 TEST(ForkedWork, BringsBackEveryAnswerWhole) {
     ForkedTerms terms;
     terms.jobs = 3;

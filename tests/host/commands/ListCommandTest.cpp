@@ -113,6 +113,12 @@ TEST_F(List, SaysWhatIsWrongAndGoesOn) {
     EXPECT_THAT(text.out, Not(HasSubstr("Hello from the plug-in")));
 }
 
+TEST_F(List, ShowsAPluginThatCrashesAsItIsClosed) {
+    const fs::path file = add("Meddling", "crashing.so");
+    const json list = listOf({folder.path().string()}, {"MEDDLE=crash"});
+    EXPECT_EQ(faultOf(list, file), "none");
+}
+
 TEST_F(List, LeavesOutWhatIsNoPlugin) {
     add("NoEntry", "library.so");
     writeFile(folder.file("readme.txt"), "hello");
