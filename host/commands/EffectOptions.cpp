@@ -8,6 +8,13 @@ void EffectOptions::declarePlugin(CLI::App& command, const std::string& help) {
     command.add_option("--plugin", plugin, help)->type_name("PLUGIN");
 }
 
+void EffectOptions::declareLog(CLI::App& command) {
+    command
+        .add_option("--log", log,
+                    "File to write every call between host and plug-in to, as it is made")
+        ->type_name("FILE");
+}
+
 EffectOptions::SettingOptions EffectOptions::declareSettings(CLI::App& command) {
     SettingOptions options{};
     options.program = command
@@ -30,10 +37,7 @@ EffectOptions::SettingOptions EffectOptions::declareSettings(CLI::App& command) 
         .add_option("--tempo", settings.tempo,
                     "Tempo that the plug-in is told when it asks; 120 without")
         ->type_name("BPM");
-    command
-        .add_option("--log", log,
-                    "File to write every call between host and plug-in to, as it is made")
-        ->type_name("FILE");
+    declareLog(command);
     return options;
 }
 

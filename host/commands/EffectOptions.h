@@ -18,7 +18,8 @@ struct EffectOptions {
     std::string log; // file for all calls; empty for none
 
     void declarePlugin(CLI::App& command, const std::string& help = kPluginHelp);
-    // --program, --preset and --set.
+    void declareLog(CLI::App& command);
+    // --program, --preset, --set, --tempo and --log.
     struct SettingOptions {
         CLI::Option* program;
         CLI::Option* preset;

@@ -2,8 +2,7 @@
 #pragma once
 
 #include "host/commands/Command.h"
-
-#include <string>
+#include "host/commands/EffectOptions.h"
 
 namespace tvhost {
 
@@ -13,7 +12,7 @@ public:
     void run() override;
 
 private:
-    std::string plugin_;
+    EffectOptions options_;
     bool json_ = false;
 };
 

@@ -3,6 +3,7 @@
 #include "host/base/NumberText.h"
 #include "host/base/PlainText.h"
 #include "host/base/TextTable.h"
+#include "host/plugin/EffectDetails.h"
 #include "plugin/vst2/EffectOpcodes.h"
 
 #include <algorithm>
@@ -72,7 +73,7 @@ std::string kindOf(const EffectInstance& effect) {
     return category == "unknown" ? "effect" : category;
 }
 
-nlohmann::ordered_json describe(const EffectInstance& effect) {
+nlohmann::ordered_json describe(const EffectInstance& effect, EditorSize editor) {
     const AEffect& record = effect.record();
     nlohmann::ordered_json json;
     json["file"] = plainText(effect.module().file().string());
@@ -87,11 +88,20 @@ nlohmann::ordered_json describe(const EffectInstance& effect) {
     json["category"] = categoryName(effect.category());
     json["inputs"] = record.numInputs;
     json["outputs"] = record.numOutputs;
+    json["inputPins"] = describePins(effect, EffectInstance::Side::kInput, effect.inputCount());
+    json["outputPins"] = describePins(effect, EffectInstance::Side::kOutput, effect.outputCount());
+    json["midiInputChannels"] = effect.midiInputs();
+    json["midiOutputChannels"] = effect.midiOutputs();
     json["initialDelay"] = record.initialDelay;
     json["tailSize"] = effect.tailSize();
     json["flags"] = nlohmann::ordered_json::object();
     for (const NamedFlag& flag : kFlags) {
         json["flags"][flag.key] = (record.flags & flag.bit) != 0;
+    }
+    json["canDo"] = describeAbilities(effect);
+    json["editor"] = nullptr;
+    if (editor.isUsable()) {
+        json["editor"] = {{"width", editor.width}, {"height", editor.height}};
     }
     json["currentProgram"] = effect.currentProgram();
     json["parameters"] = nlohmann::ordered_json::array();
@@ -101,7 +111,8 @@ nlohmann::ordered_json describe(const EffectInstance& effect) {
                                       {"value", jsonValue(effect.parameter(i))},
                                       {"display", effect.parameterDisplay(i)},
                                       {"label", effect.parameterLabel(i)},
-                                      {"automatable", effect.isAutomatable(i)}});
+                                      {"automatable", effect.isAutomatable(i)},
+                                      {"properties", describeProperties(effect, i)}});
     }
     json["programs"] = nlohmann::ordered_json::array();
     const std::vector<std::string> names = effect.programNames();
@@ -111,7 +122,7 @@ nlohmann::ordered_json describe(const EffectInstance& effect) {
     return json;
 }
 
-std::string describeForReading(const EffectInstance& effect) {
+std::string describeForReading(const EffectInstance& effect, EditorSize editor) {
     const AEffect& record = effect.record();
     std::string flags;
     for (const NamedFlag& flag : kFlags) {
@@ -132,6 +143,10 @@ std::string describeForReading(const EffectInstance& effect) {
     identity.add({"channels", std::to_string(record.numInputs) + " in, " +
                                   std::to_string(record.numOutputs) + " out"});
     identity.add({"latency", std::to_string(record.initialDelay) + " samples"});
+    if (editor.isUsable()) {
+        identity.add(
+            {"editor", std::to_string(editor.width) + " x " + std::to_string(editor.height)});
+    }
     identity.add({"flags", orDash(flags)});
     identity.add({"file", plainText(effect.module().file().string())});
     std::string text = effect.name() + "\n" + identity.text();

@@ -11,11 +11,12 @@
 namespace tvhost {
 
 // All that an effect says about itself, with keys that stay as they are from version to version.
-// Parameter values keep single precision in their shortest decimal form.
-nlohmann::ordered_json describe(const EffectInstance& effect);
+// Parameter values keep single precision in their shortest decimal form. `editor` is the size of
+// its editor, not usable where that isn't known.
+nlohmann::ordered_json describe(const EffectInstance& effect, EditorSize editor);
 
 // The same for reading, in aligned columns.
-std::string describeForReading(const EffectInstance& effect);
+std::string describeForReading(const EffectInstance& effect, EditorSize editor);
 
 // The number whose shortest decimal form is that of `value`; null for what is not finite, for which
 // JSON has no word.

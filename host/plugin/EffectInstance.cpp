@@ -63,6 +63,33 @@ std::int32_t EffectInstance::number(VstInt32 opcode, VstInt32 index) const {
     return static_cast<std::int32_t>(dispatch(opcode, index));
 }
 
+template <typename Record>
+std::optional<Record> EffectInstance::properties(VstInt32 opcode, VstInt32 index) const {
+    // Some write names that are longer than their places.
+    struct {
+        Record record;
+        char spare[4096];
+    } given{};
+    if (dispatch(opcode, index, 0, &given.record) == 0) {
+        return std::nullopt;
+    }
+    return given.record;
+}
+
+std::optional<VstPinProperties> EffectInstance::pin(Side side, int index) const {
+    return properties<VstPinProperties>(
+        side == Side::kInput ? effGetInputProperties : effGetOutputProperties, index);
+}
+
+std::optional<VstParameterProperties> EffectInstance::parameterProperties(int index) const {
+    return properties<VstParameterProperties>(effGetParameterProperties, index);
+}
+
+std::int32_t EffectInstance::canDo(const std::string& word) const {
+    std::string given = word;
+    return static_cast<std::int32_t>(dispatch(effCanDo, 0, 0, given.data()));
+}
+
 int EffectInstance::parameterCount() const {
     return std::max(effect_->numParams, 0);
 }

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -43,6 +44,15 @@ public:
     std::int32_t vendorVersion() const { return number(effGetVendorVersion); }
     std::int32_t interfaceVersion() const { return number(effGetVstVersion); }
     std::int32_t category() const { return number(effGetPlugCategory); }
+    // What the effect answers to one of the interface's words for what a plug-in can do: above 0
+    // that it can, below 0 that it can't, 0 that it doesn't know the word.
+    std::int32_t canDo(const std::string& word) const;
+    // 0 where the effect doesn't say.
+    std::int32_t midiInputs() const { return number(effGetNumMidiInputChannels); }
+    std::int32_t midiOutputs() const { return number(effGetNumMidiOutputChannels); }
+    // What the effect tells of an input or output, if it does.
+    enum class Side { kInput, kOutput };
+    std::optional<VstPinProperties> pin(Side side, int index) const;
     // Samples; 0 when the effect doesn't say, 1 when it has no tail.
     std::int32_t tailSize() const { return number(effGetTailSize); }
 
@@ -50,6 +60,8 @@ public:
     std::string parameterLabel(int index) const { return text(effGetParamLabel, index); }
     std::string parameterDisplay(int index) const { return text(effGetParamDisplay, index); }
     bool isAutomatable(int index) const { return number(effCanBeAutomated, index) != 0; }
+    // What the effect tells beyond the rest, if it does.
+    std::optional<VstParameterProperties> parameterProperties(int index) const;
     float parameter(int index) const { return effect_->getParameter(effect_, index); }
     void setParameter(int index, float value) { effect_->setParameter(effect_, index, value); }
 
@@ -122,6 +134,8 @@ private:
                        void* ptr = nullptr, float opt = 0.0f) const;
     std::string text(VstInt32 opcode, VstInt32 index = 0, VstIntPtr value = 0) const;
     std::int32_t number(VstInt32 opcode, VstInt32 index = 0) const;
+    template <typename Record>
+    std::optional<Record> properties(VstInt32 opcode, VstInt32 index) const;
     std::vector<std::string> readProgramNames() const;
     void switchOn();
     void switchOff();

@@ -1,5 +1,6 @@
 #include "tests/host/TestPlugin.h"
 #include "tests/host/Tvhost.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -63,6 +64,10 @@ TEST(InfoCommand, PrintsJsonUnderItsKeys) {
                            {"category", "effect"},
                            {"inputs", 2},
                            {"outputs", 2},
+                           {"inputPins", {{{"index", 0}}, {{"index", 1}}}},
+                           {"outputPins", {{{"index", 0}}, {{"index", 1}}}},
+                           {"midiInputChannels", 0},
+                           {"midiOutputChannels", 0},
                            {"initialDelay", 0},
                            {"tailSize", 1},
                            {"flags",
@@ -72,6 +77,16 @@ TEST(InfoCommand, PrintsJsonUnderItsKeys) {
                              {"isSynth", false},
                              {"noSoundInStop", false},
                              {"canDoubleReplacing", false}}},
+                           {"canDo",
+                            {{"sendVstEvents", nullptr},
+                             {"sendVstMidiEvent", nullptr},
+                             {"receiveVstEvents", nullptr},
+                             {"receiveVstMidiEvent", nullptr},
+                             {"receiveVstTimeInfo", nullptr},
+                             {"offline", nullptr},
+                             {"midiProgramNames", nullptr},
+                             {"bypass", nullptr}}},
+                           {"editor", nullptr},
                            {"currentProgram", 0},
                            {"parameters",
                             {{{"index", 0},
@@ -79,13 +94,15 @@ TEST(InfoCommand, PrintsJsonUnderItsKeys) {
                               {"value", 1.0},
                               {"display", "1.00"},
                               {"label", "times"},
-                              {"automatable", true}},
+                              {"automatable", true},
+                              {"properties", nullptr}},
                              {{"index", 1},
                               {"name", "Shift = Up"},
                               {"value", 0.0},
                               {"display", "0.00"},
                               {"label", ""},
-                              {"automatable", false}}}},
+                              {"automatable", false},
+                              {"properties", nullptr}}}},
                            {"programs",
                             {{{"index", 0}, {"name", "Unity"}},
                              {{"index", 1}, {"name", "Half"}},
@@ -99,11 +116,98 @@ TEST(InfoCommand, KeepsItsKeysInOrder) {
     for (const auto& [key, value] : parsed.items()) {
         keys.push_back(key);
     }
-    EXPECT_EQ(keys, (std::vector<std::string>{"file", "uniqueId", "uniqueIdNumber", "effectName",
-                                              "productName", "vendorName", "vendorVersion",
-                                              "version", "interfaceVersion", "category", "inputs",
-                                              "outputs", "initialDelay", "tailSize", "flags",
-                                              "currentProgram", "parameters", "programs"}));
+    EXPECT_EQ(keys, (std::vector<std::string>{"file",
+                                              "uniqueId",
+                                              "uniqueIdNumber",
+                                              "effectName",
+                                              "productName",
+                                              "vendorName",
+                                              "vendorVersion",
+                                              "version",
+                                              "interfaceVersion",
+                                              "category",
+                                              "inputs",
+                                              "outputs",
+                                              "inputPins",
+                                              "outputPins",
+                                              "midiInputChannels",
+                                              "midiOutputChannels",
+                                              "initialDelay",
+                                              "tailSize",
+                                              "flags",
+                                              "canDo",
+                                              "editor",
+                                              "currentProgram",
+                                              "parameters",
+                                              "programs"}));
+}
+
+TEST(InfoCommand, TellsWhatAPluginSaysOfItsParts) {
+    const json parsed = json::parse(info("Talkative", {"--json"}).out);
+    EXPECT_EQ(parsed["inputPins"], json({{{"index", 0},
+                                          {"label", "Main Left"},
+                                          {"shortLabel", "MainLeft"}, // fills its place to the end
+                                          {"active", true},
+                                          {"stereo", true}},
+                                         {{"index", 1}},
+                                         {{"index", 2},
+                                          {"label", "Side Chain"},
+                                          {"shortLabel", "SC"},
+                                          {"active", false},
+                                          {"stereo", false},
+                                          {"arrangement", -2}}}));
+    EXPECT_EQ(parsed["outputPins"], json({{{"index", 0}}, {{"index", 1}}}));
+    EXPECT_EQ(parsed["midiInputChannels"], 16);
+    EXPECT_EQ(parsed["midiOutputChannels"], 3);
+    EXPECT_EQ(parsed["editor"], json({{"width", 300}, {"height", 200}}));
+    EXPECT_EQ(parsed["canDo"]["bypass"], true);
+    EXPECT_EQ(parsed["canDo"]["offline"], false);
+    EXPECT_EQ(parsed["canDo"]["sendVstEvents"], nullptr);
+    const auto properties = [&](int index) { return parsed["parameters"][index]["properties"]; };
+    EXPECT_EQ(properties(0), json({{"label", "Switch"},
+                                   {"shortLabel", "Sw"},
+                                   {"isSwitch", true},
+                                   {"canRamp", false},
+                                   {"minInteger", -3},
+                                   {"maxInteger", 4},
+                                   {"stepInteger", 2},
+                                   {"largeStepInteger", 5}}));
+    EXPECT_EQ(properties(1), json({{"label", "Level"},
+                                   {"shortLabel", ""},
+                                   {"isSwitch", false},
+                                   {"canRamp", true},
+                                   {"step", 0.1},
+                                   {"smallStep", 0.01},
+                                   {"largeStep", 0.5},
+                                   {"displayIndex", 7},
+                                   {"category", 1},
+                                   {"categoryLabel", "Output"},
+                                   {"parametersInCategory", 2}}));
+    EXPECT_EQ(properties(2), nullptr);
+    EXPECT_THAT(info("Talkative").out, HasSubstr("\n  editor     300 x 200\n"));
+}
+
+// Editors of some toolkits know their size only on a display.
+TEST(InfoCommand, OutlivesAnEditorThatCannotTellItsSize) {
+    Process::Options options;
+    options.environment = {"TALKATIVE_EDITOR=crash"};
+    const ProcessResult result = runTvhost({"info", "--json", testPlugin("Talkative")}, options);
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(json::parse(result.out)["editor"], nullptr);
+}
+
+TEST(InfoCommand, HasAnsweredBeforeThePluginCrashesAsItIsClosed) {
+    Process::Options options;
+    options.environment = {"MEDDLE=crash"};
+    const ProcessResult result = runTvhost({"info", "--json", testPlugin("Meddling")}, options);
+    EXPECT_EQ(json::parse(result.out)["effectName"], "Meddling");
+}
+
+TEST(InfoCommand, LogsEveryCall) {
+    const TemporaryFolder folder;
+    EXPECT_EQ(info("Gain", {"--log", folder.file("calls")}).status, 0);
+    EXPECT_THAT(readFile(folder.file("calls")), HasSubstr("effGetParamName = "));
 }
 
 TEST(InfoCommand, WorksForEffectsThatCannotBeDriven) {
