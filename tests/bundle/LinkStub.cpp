@@ -5,12 +5,15 @@
 #include <llvm/TextAPI/TextAPIReader.h>
 
 #include <stdexcept>
+#include <utility>
 
 namespace {
 
 using llvm::MachO::InterfaceFile;
 using llvm::MachO::Symbol;
-using llvm::MachO::SymbolKind;
+
+// Its name differs between the versions of LLVM, its values don't.
+using SymbolKind = decltype(std::declval<Symbol>().getKind());
 
 void addSymbol(const Symbol& symbol, std::set<std::string>& names) {
     const std::string name = symbol.getName().str();
