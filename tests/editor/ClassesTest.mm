@@ -24,6 +24,7 @@ std::vector<std::string> fieldsOf(Class described) {
     unsigned count = 0;
     Ivar* const fields = class_copyIvarList(described, &count);
     std::vector<std::string> names;
+    names.reserve(count);
     for (unsigned i = 0; i < count; ++i) {
         names.push_back(ivar_getName(fields[i]));
     }
@@ -110,8 +111,8 @@ TEST_F(Classes, AnswerTheirOperations) {
             "setControlPointColor:", "data", "setData:", "delegate", "setDelegate:"
     });
     expectOperations([FlatKnob13 class], {
-        "initWithFrame:withInsets:withControlPointDiameter:withControlPointColor:"
-        "withKnobColor:withBackgroundColor:pointerToArray:",
+        ("initWithFrame:withInsets:withControlPointDiameter:withControlPointColor:"
+         "withKnobColor:withBackgroundColor:pointerToArray:"),
             "drawRect:", "control", "setControl:", "controlPoint", "setControlPoint:"
     });
     expectOperations([TarnsUiView13 class], {

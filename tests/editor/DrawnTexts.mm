@@ -46,6 +46,7 @@ DrawnTexts::~DrawnTexts() {
 
 std::vector<std::string> DrawnTexts::texts() const {
     std::vector<std::string> drawn;
+    drawn.reserve(all.size());
     for (const DrawnText& each : all) {
         drawn.push_back(each.text);
     }

@@ -71,13 +71,13 @@ TEST(KnobLaws, DragTurnsOneDegreeAPointAndStopsAtTheEnds) {
 }
 
 TEST(KnobLaws, DragSumWrapsAtThirtyTwoBits) {
-    constexpr auto lowest = std::numeric_limits<std::int32_t>::min();
-    constexpr auto highest = std::numeric_limits<std::int32_t>::max();
-    EXPECT_EQ(draggedAngle(0, highest, lowest), -1.0f);
-    EXPECT_EQ(draggedAngle(225, highest, 0), -45.0f);
-    EXPECT_EQ(draggedAngle(85, 0, highest), -45.0f);
-    EXPECT_EQ(draggedAngle(85, 0, lowest), -45.0f);
-    EXPECT_EQ(draggedAngle(-45, highest, 0), 225.0f);
+    constexpr auto kLowest = std::numeric_limits<std::int32_t>::min();
+    constexpr auto kHighest = std::numeric_limits<std::int32_t>::max();
+    EXPECT_EQ(draggedAngle(0, kHighest, kLowest), -1.0f);
+    EXPECT_EQ(draggedAngle(225, kHighest, 0), -45.0f);
+    EXPECT_EQ(draggedAngle(85, 0, kHighest), -45.0f);
+    EXPECT_EQ(draggedAngle(85, 0, kLowest), -45.0f);
+    EXPECT_EQ(draggedAngle(-45, kHighest, 0), 225.0f);
 }
 
 TEST(KnobLaws, AngleOfStepSweepsFromLowerLeftToLowerRight) {

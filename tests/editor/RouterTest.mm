@@ -95,12 +95,12 @@ TEST_F(Router, ViewsLieFromBackToFrontAsInTheTable) {
     ASSERT_EQ([subviews count], 10u);
     EXPECT_TRUE([[subviews objectAtIndex:0] isMemberOfClass:[DetatchedView13 class]]);
     EXPECT_TRUE(NSEqualRects([[subviews objectAtIndex:0] frame], NSMakeRect(0, 0, 344, 400)));
+    const Class kinds[] = {[FlatKnob13 class], [TarnsCustomImageView13 class]};
     NSUInteger place = 1;
     for (const Row& row : kControls) {
         NSView* const control = [subviews objectAtIndex:place++];
         EXPECT_EQ(control, [routerOf(view) valueForKey:row.field]);
-        EXPECT_TRUE([control
-            isMemberOfClass:isSwitch(row) ? [TarnsCustomImageView13 class] : [FlatKnob13 class]]);
+        EXPECT_TRUE([control isMemberOfClass:kinds[isSwitch(row) ? 1 : 0]]);
         EXPECT_TRUE(NSEqualRects([control frame], NSMakeRect(row.x, row.y, row.width, row.height)))
             << row.parameter;
     }
