@@ -69,25 +69,25 @@ std::string RecordPair::recordDifference() const {
 std::string RecordPair::run(const ScriptStep& step) {
     std::string difference;
     switch (step.kind) {
-    case ScriptStep::Kind::SetParameter:
+    case ScriptStep::Kind::kSetParameter:
         difference = setParameter(step.number, step.value);
         break;
-    case ScriptStep::Kind::SetProgram:
+    case ScriptStep::Kind::kSetProgram:
         difference = dispatch(effSetProgram, 0, step.number, "", 0.0f);
         break;
-    case ScriptStep::Kind::Resume:
+    case ScriptStep::Kind::kResume:
         difference = dispatch(effMainsChanged, 0, 1, "", 0.0f);
         break;
-    case ScriptStep::Kind::Suspend:
+    case ScriptStep::Kind::kSuspend:
         difference = dispatch(effMainsChanged, 0, 0, "", 0.0f);
         break;
-    case ScriptStep::Kind::SetSampleRate:
+    case ScriptStep::Kind::kSetSampleRate:
         difference = dispatch(effSetSampleRate, 0, 0, "", step.value);
         break;
-    case ScriptStep::Kind::SetBlockSize:
+    case ScriptStep::Kind::kSetBlockSize:
         difference = dispatch(effSetBlockSize, 0, step.number, "", 0.0f);
         break;
-    case ScriptStep::Kind::Process:
+    case ScriptStep::Kind::kProcess:
         difference = process(step);
         break;
     }

@@ -27,29 +27,29 @@ std::string processBoth(VstXSynth& effect, ReferenceDelay& model, const ScriptSt
 
 std::string doBoth(VstXSynth& effect, ReferenceDelay& model, const ScriptStep& step) {
     switch (step.kind) {
-    case ScriptStep::Kind::SetParameter:
+    case ScriptStep::Kind::kSetParameter:
         effect.setParameter(step.number, step.value);
         model.setParameter(step.number, step.value);
         break;
-    case ScriptStep::Kind::SetProgram:
+    case ScriptStep::Kind::kSetProgram:
         effect.setProgram(step.number);
         model.setProgram(step.number);
         break;
-    case ScriptStep::Kind::Resume:
+    case ScriptStep::Kind::kResume:
         effect.resume();
         model.resume();
         break;
-    case ScriptStep::Kind::Suspend:
+    case ScriptStep::Kind::kSuspend:
         effect.suspend();
         break;
-    case ScriptStep::Kind::SetSampleRate:
+    case ScriptStep::Kind::kSetSampleRate:
         effect.setSampleRate(step.value);
         model.setSampleRate(step.value);
         break;
-    case ScriptStep::Kind::SetBlockSize:
+    case ScriptStep::Kind::kSetBlockSize:
         effect.setBlockSize(step.number);
         break;
-    case ScriptStep::Kind::Process:
+    case ScriptStep::Kind::kProcess:
         return processBoth(effect, model, step);
     }
     return "";

@@ -288,6 +288,7 @@ TEST(VstXSynth, ResumeClearsTheLinesBeforeItAsksForEvents) {
     effect.isSynth(true);
     fillLines(effect, 0.5f);
     effect.resume();
+    asking = nullptr;
     EXPECT_TRUE(asked);
     EXPECT_TRUE(silentThen);
 }

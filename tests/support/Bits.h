@@ -2,6 +2,7 @@
 // which of two operands hands its own on is the compiler's choice.
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -32,7 +33,7 @@ inline double doubleOf(std::uint64_t bits) {
 
 template <typename Number>
 bool sameNumber(Number a, Number b) {
-    return bitsOf(a) == bitsOf(b) || (a != a && b != b);
+    return bitsOf(a) == bitsOf(b) || (std::isnan(a) && std::isnan(b));
 }
 
 // The first index at which the two differ, or -1.

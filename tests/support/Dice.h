@@ -38,9 +38,9 @@ public:
         return value;
     }
 
-    template <typename T, std::size_t count>
-    const T& pick(const T (&choices)[count]) {
-        return choices[between(0, static_cast<std::int64_t>(count) - 1)];
+    template <typename T, std::size_t kCount>
+    const T& pick(const T (&choices)[kCount]) {
+        return choices[between(0, static_cast<std::int64_t>(kCount) - 1)];
     }
 
 private:

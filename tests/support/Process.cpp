@@ -61,6 +61,15 @@ void setVariable(const std::string& setting) {
     }
 }
 
+// For a child that is about to become another program.
+void readNothing() {
+    const int nothing = open("/dev/null", O_RDONLY | O_CLOEXEC);
+    if (nothing < 0) {
+        _exit(126);
+    }
+    dup2(nothing, STDIN_FILENO);
+}
+
 void closeIfOpen(int descriptor) {
     if (descriptor >= 0) {
         close(descriptor);
@@ -86,6 +95,7 @@ Process::Process(const std::string& program, const std::vector<std::string>& arg
     std::vector<std::string> words = {program.substr(program.rfind('/') + 1)};
     words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<char*> argv;
+    argv.reserve(words.size() + 1);
     for (std::string& word : words) {
         argv.push_back(word.data());
     }
@@ -98,7 +108,7 @@ Process::Process(const std::string& program, const std::vector<std::string>& arg
     if (id_ == 0) {
         setpgid(0, 0);
         prctl(PR_SET_PDEATHSIG, SIGKILL);
-        dup2(open("/dev/null", O_RDONLY | O_CLOEXEC), STDIN_FILENO);
+        readNothing();
         dup2(out.writer, STDOUT_FILENO);
         dup2(err.writer, STDERR_FILENO);
         for (const std::string& setting : options.environment) {

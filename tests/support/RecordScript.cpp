@@ -30,29 +30,29 @@ std::string RecordScript::act(const ScriptStep& step) {
         record_->dispatcher(record_, opcode, 0, value, nullptr, opt);
     };
     switch (step.kind) {
-    case ScriptStep::Kind::SetParameter:
+    case ScriptStep::Kind::kSetParameter:
         record_->setParameter(record_, step.number, step.value);
         model_.setParameter(step.number, step.value);
         break;
-    case ScriptStep::Kind::SetProgram:
+    case ScriptStep::Kind::kSetProgram:
         dispatch(effSetProgram, step.number, 0.0f);
         model_.setProgram(step.number);
         break;
-    case ScriptStep::Kind::Resume:
+    case ScriptStep::Kind::kResume:
         dispatch(effMainsChanged, 1, 0.0f);
         model_.resume();
         break;
-    case ScriptStep::Kind::Suspend:
+    case ScriptStep::Kind::kSuspend:
         dispatch(effMainsChanged, 0, 0.0f);
         break;
-    case ScriptStep::Kind::SetSampleRate:
+    case ScriptStep::Kind::kSetSampleRate:
         dispatch(effSetSampleRate, 0, step.value);
         model_.setSampleRate(step.value);
         break;
-    case ScriptStep::Kind::SetBlockSize:
+    case ScriptStep::Kind::kSetBlockSize:
         dispatch(effSetBlockSize, step.number, 0.0f);
         break;
-    case ScriptStep::Kind::Process:
+    case ScriptStep::Kind::kProcess:
         return process(step);
     }
     return "";

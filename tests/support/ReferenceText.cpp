@@ -41,7 +41,7 @@ std::string referenceIntText(std::int32_t value) {
         return "Huge!";
     }
     const std::int64_t magnitude = std::abs(static_cast<std::int64_t>(value));
-    const std::string sign = value < 0 ? "-" : "";
+    std::string sign = value < 0 ? "-" : "";
     if (magnitude == 0 || magnitude == 2147483648) {
         return sign;
     }

@@ -18,16 +18,16 @@ public:
         ScriptStep step{};
         switch (dice_.between(0, 19)) {
         case 0:
-            step.kind = Kind::SetProgram;
+            step.kind = Kind::kSetProgram;
             step.number = static_cast<std::int32_t>(dice_.between(-1, 26));
             break;
         case 1:
-            step.kind = dice_.oneIn(2) ? Kind::Resume : Kind::Suspend;
+            step.kind = dice_.oneIn(2) ? Kind::kResume : Kind::kSuspend;
             break;
         case 2:
-            step.kind = dice_.oneIn(3) ? Kind::SetBlockSize : Kind::SetSampleRate;
+            step.kind = dice_.oneIn(3) ? Kind::kSetBlockSize : Kind::kSetSampleRate;
             step.number = static_cast<std::int32_t>(dice_.between(0, 8192));
-            if (step.kind == Kind::SetSampleRate) {
+            if (step.kind == Kind::kSetSampleRate) {
                 step.value = rate_ = sampleRate();
             }
             break;
@@ -37,13 +37,13 @@ public:
         case 6:
         case 7:
         case 8:
-            step.kind = Kind::SetParameter;
+            step.kind = Kind::kSetParameter;
             step.number = static_cast<std::int32_t>(dice_.oneIn(20) ? dice_.between(-3, 12)
                                                                     : dice_.between(0, 8));
             step.value = parameter(step.number);
             break;
         default:
-            step.kind = Kind::Process;
+            step.kind = Kind::kProcess;
             step.number = frames();
             step.layout = layout(step.number);
             step.signal = signal();
@@ -172,25 +172,25 @@ std::string ScriptStep::text() const {
     std::ostringstream out;
     out.precision(9);
     switch (kind) {
-    case Kind::SetParameter:
+    case Kind::kSetParameter:
         out << "setParameter(" << number << ", " << value << ")";
         break;
-    case Kind::SetProgram:
+    case Kind::kSetProgram:
         out << "setProgram(" << number << ")";
         break;
-    case Kind::Resume:
+    case Kind::kResume:
         out << "resume()";
         break;
-    case Kind::Suspend:
+    case Kind::kSuspend:
         out << "suspend()";
         break;
-    case Kind::SetSampleRate:
+    case Kind::kSetSampleRate:
         out << "setSampleRate(" << value << ")";
         break;
-    case Kind::SetBlockSize:
+    case Kind::kSetBlockSize:
         out << "setBlockSize(" << number << ")";
         break;
-    case Kind::Process:
+    case Kind::kProcess:
         out << "process(" << number << " frames, signal " << static_cast<int>(signal) << " seed "
             << signalSeed << ", inputs at " << layout.inputs[0] << " and " << layout.inputs[1]
             << ", outputs at " << layout.outputs[0] << " and " << layout.outputs[1] << ")";

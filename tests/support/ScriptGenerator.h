@@ -19,19 +19,19 @@ struct BlockLayout {
 
 struct ScriptStep {
     enum class Kind {
-        SetParameter,
-        SetProgram,
-        Resume,
-        Suspend,
-        SetSampleRate,
-        SetBlockSize,
-        Process,
+        kSetParameter,
+        kSetProgram,
+        kResume,
+        kSuspend,
+        kSetSampleRate,
+        kSetBlockSize,
+        kProcess,
     };
 
     Kind kind;
     std::int32_t number; // parameter index, program, block size, or frames, which may be negative
     float value;         // of the parameter, or the sample rate in Hz
-    BlockLayout layout;  // the rest is of Process alone: the memory is filled with `signal` first
+    BlockLayout layout;  // the rest is of kProcess alone: the memory is filled with `signal` first
     Signal signal;
     std::uint64_t signalSeed;
 

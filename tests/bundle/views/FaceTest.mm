@@ -27,7 +27,8 @@ ScreenPart linuxFace() {
     ScreenPart face;
     face.width = 344;
     face.height = 400;
-    face.pixels.resize(static_cast<std::size_t>(face.width * face.height));
+    face.pixels.resize(static_cast<std::size_t>(face.width) *
+                       static_cast<std::size_t>(face.height));
     if (bytes.size() != face.pixels.size() * sizeof(Pixel)) {
         throw std::runtime_error("the Linux bundle's face has another size");
     }

@@ -94,8 +94,7 @@ void draw(ScreenPart& screen, const Place& place, int state) {
     const int top = screen.height - place.bottom - place.height;
     for (int row = 0; row < place.height; ++row) {
         for (int column = 0; column < place.width; ++column) {
-            Pixel& pixel = screen.pixels[static_cast<std::size_t>((top + row) * screen.width +
-                                                                  place.left + column)];
+            Pixel& pixel = screen.at(place.left + column, top + row);
             pixel = over(picture.at(column, row), pixel);
         }
     }

@@ -48,47 +48,47 @@ int windowsBelow(Display* display, Window window) {
 } // namespace
 
 HostWindow::HostWindow(int left, int top, int width, int height)
-    : display(openDisplay()), window(showWindow(display, left, top, width, height, 0x0000FF)),
+    : display_(openDisplay()), window_(showWindow(display_, left, top, width, height, 0x0000FF)),
       left_(left), top_(top) {}
 
 HostWindow::~HostWindow() {
-    XCloseDisplay(display); // destroys what it made
+    XCloseDisplay(display_); // destroys what it made
 }
 
 void HostWindow::takeKeyboard() {
-    XSelectInput(display, window, KeyPressMask);
-    XSetInputFocus(display, window, RevertToPointerRoot, CurrentTime);
-    XSync(display, False);
+    XSelectInput(display_, window_, KeyPressMask);
+    XSetInputFocus(display_, window_, RevertToPointerRoot, CurrentTime);
+    XSync(display_, False);
 }
 
 int HostWindow::keysPressed() {
-    XSync(display, False);
+    XSync(display_, False);
     XEvent event;
-    while (XCheckTypedWindowEvent(display, window, KeyPress, &event)) {
-        ++keys;
+    while (XCheckTypedWindowEvent(display_, window_, KeyPress, &event)) {
+        ++keys_;
     }
-    return keys;
+    return keys_;
 }
 
 void HostWindow::destroy() {
-    XDestroyWindow(display, window);
-    XSync(display, False);
+    XDestroyWindow(display_, window_);
+    XSync(display_, False);
 }
 
 void HostWindow::cover() {
-    covering = showWindow(display, left_ - 10, top_ - 10, kWidth + 20, kHeight + 20, 0x00FF00);
+    covering_ = showWindow(display_, left_ - 10, top_ - 10, kWidth + 20, kHeight + 20, 0x00FF00);
 }
 
 void HostWindow::uncover() {
-    XDestroyWindow(display, covering);
-    XSync(display, False);
+    XDestroyWindow(display_, covering_);
+    XSync(display_, False);
 }
 
 std::vector<HostWindow::Child> HostWindow::children() const {
     std::vector<Child> found;
-    for (const Window child : childrenOf(display, window)) {
+    for (const Window child : childrenOf(display_, window_)) {
         XWindowAttributes attributes;
-        XGetWindowAttributes(display, child, &attributes);
+        XGetWindowAttributes(display_, child, &attributes);
         found.push_back({attributes.x, attributes.y, attributes.width, attributes.height,
                          attributes.map_state == IsViewable, attributes.override_redirect != 0});
     }
@@ -96,20 +96,20 @@ std::vector<HostWindow::Child> HostWindow::children() const {
 }
 
 void HostWindow::resizeChild(int width, int height) {
-    XResizeWindow(display, childrenOf(display, window).at(0), static_cast<unsigned>(width),
+    XResizeWindow(display_, childrenOf(display_, window_).at(0), static_cast<unsigned>(width),
                   static_cast<unsigned>(height));
-    XSync(display, False);
+    XSync(display_, False);
 }
 
 void HostWindow::smearChild(int left, int top, int width, int height, unsigned long colour) {
-    const Window child = childrenOf(display, window).at(0);
+    const Window child = childrenOf(display_, window_).at(0);
     XGCValues values{};
     values.foreground = colour;
-    const GC context = XCreateGC(display, child, GCForeground, &values);
-    XFillRectangle(display, child, context, left, top, static_cast<unsigned>(width),
+    const GC context = XCreateGC(display_, child, GCForeground, &values);
+    XFillRectangle(display_, child, context, left, top, static_cast<unsigned>(width),
                    static_cast<unsigned>(height));
-    XFreeGC(display, context);
-    XSync(display, False);
+    XFreeGC(display_, context);
+    XSync(display_, False);
 }
 
 ScreenPart screenAt(int left, int top) {
@@ -143,18 +143,18 @@ int countError(Display*, XErrorEvent*) {
 
 } // namespace
 
-ErrorCounter::ErrorCounter() : display(openDisplay()) {
+ErrorCounter::ErrorCounter() : display_(openDisplay()) {
     errors = 0;
     XSetErrorHandler(countError);
 }
 
 ErrorCounter::~ErrorCounter() {
-    XCloseDisplay(display);
+    XCloseDisplay(display_);
 }
 
 void ErrorCounter::cause() {
-    XMapWindow(display, 1);
-    XSync(display, False);
+    XMapWindow(display_, 1);
+    XSync(display_, False);
 }
 
 int ErrorCounter::count() const {

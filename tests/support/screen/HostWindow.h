@@ -21,7 +21,7 @@ public:
     HostWindow(const HostWindow&) = delete;
     HostWindow& operator=(const HostWindow&) = delete;
 
-    void* handle() const { return reinterpret_cast<void*>(window); } // for effEditOpen
+    void* handle() const { return reinterpret_cast<void*>(window_); } // for effEditOpen
     int left() const { return left_; }
     int top() const { return top_; }
 
@@ -53,10 +53,10 @@ public:
     ScreenPart screen() const { return screenAt(left_, top_); }
 
 private:
-    _XDisplay* display;
-    unsigned long window;
-    unsigned long covering = 0;
-    int keys = 0;
+    _XDisplay* display_;
+    unsigned long window_;
+    unsigned long covering_ = 0;
+    int keys_ = 0;
     int left_, top_;
 };
 
@@ -78,5 +78,5 @@ public:
     int count() const;
 
 private:
-    _XDisplay* display;
+    _XDisplay* display_;
 };

@@ -17,9 +17,9 @@ void HostedEditor::idle() {
 }
 
 void HostedEditor::close() {
-    if (!closed) {
+    if (!closed_) {
         effect->dispatcher(effect, effEditClose, 0, 0, nullptr, 0.0f);
-        closed = true;
+        closed_ = true;
     }
 }
 

@@ -31,5 +31,5 @@ public:
     VstIntPtr openAnswer;
 
 private:
-    bool closed = false;
+    bool closed_ = false;
 };

@@ -11,8 +11,13 @@ struct ScreenPart {
     int height = 0;
     std::vector<Pixel> pixels; // rows from the top
 
-    const Pixel& at(int column, int row) const {
-        return pixels[static_cast<std::size_t>(row * width + column)];
+    Pixel& at(int column, int row) { return pixels[indexOf(column, row)]; }
+    const Pixel& at(int column, int row) const { return pixels[indexOf(column, row)]; }
+
+private:
+    std::size_t indexOf(int column, int row) const {
+        return static_cast<std::size_t>(row) * static_cast<std::size_t>(width) +
+               static_cast<std::size_t>(column);
     }
 };
 

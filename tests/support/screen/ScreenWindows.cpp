@@ -19,15 +19,15 @@ int ignoreError(Display*, XErrorEvent*) {
 
 class Connection {
 public:
-    Connection() : display(XOpenDisplay(nullptr)), before(XSetErrorHandler(ignoreError)) {
+    Connection() : display(XOpenDisplay(nullptr)), before_(XSetErrorHandler(ignoreError)) {
         if (display == nullptr) {
-            XSetErrorHandler(before);
+            XSetErrorHandler(before_);
             throw std::runtime_error("no X server");
         }
     }
     ~Connection() {
         XCloseDisplay(display);
-        XSetErrorHandler(before);
+        XSetErrorHandler(before_);
     }
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
@@ -96,7 +96,7 @@ public:
     Display* const display;
 
 private:
-    XErrorHandler before;
+    XErrorHandler before_;
 };
 
 } // namespace

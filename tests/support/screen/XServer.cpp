@@ -28,15 +28,18 @@ XServer::XServer(const std::string& screen) {
         throw std::runtime_error("no pipe for the X server");
     }
     const pid_t parent = getpid();
-    process = fork();
-    if (process == 0) {
+    process_ = fork();
+    if (process_ == 0) {
         prctl(PR_SET_PDEATHSIG, SIGTERM);
         if (getppid() != parent) {
             _exit(1);
         }
         close(ends[0]);
         // It tells of each display number that is taken.
-        dup2(open("/dev/null", O_WRONLY), STDERR_FILENO);
+        const int nowhere = open("/dev/null", O_WRONLY);
+        if (nowhere >= 0) {
+            dup2(nowhere, STDERR_FILENO);
+        }
         const std::string descriptor = std::to_string(ends[1]);
         execlp("Xvfb", "Xvfb", "-displayfd", descriptor.c_str(), "-screen", "0", screen.c_str(),
                "-nolisten", "tcp", "-noreset", static_cast<char*>(nullptr));
@@ -48,13 +51,13 @@ XServer::XServer(const std::string& screen) {
     if (number.empty()) {
         throw std::runtime_error("Xvfb didn't start");
     }
-    name = ":" + number;
-    setenv("DISPLAY", name.c_str(), 1);
+    name_ = ":" + number;
+    setenv("DISPLAY", name_.c_str(), 1);
 }
 
 XServer::~XServer() {
-    kill(process, SIGTERM);
-    waitpid(process, nullptr, 0);
+    kill(process_, SIGTERM);
+    waitpid(process_, nullptr, 0);
 }
 
 XServer& sharedXServer() {

@@ -20,11 +20,11 @@ public:
     static constexpr int kWidth = 1280;
     static constexpr int kHeight = 800;
 
-    const std::string& display() const { return name; }
+    const std::string& display() const { return name_; }
 
 private:
-    pid_t process;
-    std::string name;
+    pid_t process_;
+    std::string name_;
 };
 
 // The one that all tests of a process share: AppKit stays with the first it meets.
