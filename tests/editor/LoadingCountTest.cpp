@@ -34,7 +34,7 @@ TEST(LoadingCount, WrapsAt32Bits) {
 TEST(LoadingPlace, IsTheMiddleOfTheScreenHalfAPointHigh) {
     expectOrigin(1280, 800, 515, 340);
     expectOrigin(1920, 1080, 835, 480);
-    EXPECT_EQ(loadingOrigin(1280, 800).y + kLoadingWindowHeight / 2, 800 / 2 + 0.5);
+    EXPECT_EQ(loadingOrigin(1280, 800).y + kLoadingWindowHeight / 2, 400.5);
 }
 
 TEST(LoadingPlace, IsCutTowardsZero) {
