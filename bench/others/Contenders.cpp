@@ -71,6 +71,7 @@ const std::vector<ContenderKind>& contenders() {
 
 std::vector<ContenderKind> tvDelayPrograms() {
     std::vector<ContenderKind> programs;
+    programs.reserve(kPrograms);
     for (int program = 0; program < kPrograms; ++program) {
         programs.push_back(tvDelay("TvDelay, program " + std::to_string(program), "", program));
     }

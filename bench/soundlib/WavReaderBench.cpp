@@ -58,9 +58,13 @@ void countSamples(benchmark::State& state) {
 }
 
 void plainReads(benchmark::State& state) {
-    std::vector<char> buffer(wavReadLength * 2);
+    std::vector<char> buffer(std::size_t{wavReadLength} * 2);
     for (auto _ : state) {
         const int file = open(sampleFile().info.path.c_str(), O_RDONLY);
+        if (file < 0) {
+            state.SkipWithError("the sample file can't be opened");
+            break;
+        }
         lseek(file, kHeader, SEEK_SET);
         for (int fill = 0; fill < kFills; ++fill) {
             benchmark::DoNotOptimize(read(file, buffer.data(), buffer.size()));
