@@ -263,7 +263,9 @@ TEST_F(LinuxHostOnScreen, HostMayDestroyItsWindowBeforeClosing) {
         editor.idle();
         windows.push_back(windowsOnScreen());
     }
-    EXPECT_EQ(windows, std::vector<int>(3, windows[0]));
+    // The server may be behind with the last ones.
+    const int fewest = *std::min_element(windows.begin(), windows.end());
+    EXPECT_TRUE(idleUntil([] {}, [&] { return windowsOnScreen() <= fewest; }));
     HostedEditor again(effect.record);
     EXPECT_TRUE(again.shows(kSlapBack));
 }
@@ -279,7 +281,9 @@ TEST_F(LinuxHostOnScreen, HostMayDestroyItsWindowAfterClosing) {
         editor.idle();
         windows.push_back(windowsOnScreen());
     }
-    EXPECT_EQ(windows, std::vector<int>(3, windows[0]));
+    // The server may be behind with the last ones.
+    const int fewest = *std::min_element(windows.begin(), windows.end());
+    EXPECT_TRUE(idleUntil([] {}, [&] { return windowsOnScreen() <= fewest; }));
     HostedEditor again(effect.record);
     EXPECT_TRUE(again.shows(kSlapBack));
 }
