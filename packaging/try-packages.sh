@@ -76,7 +76,9 @@ fi
 END
 mountpoint -q "$root"/proc || mount -t proc proc "$root"/proc
 status=0
-chroot "$root" sh "$here"/try || status=1
+# What the caller has set, a compiler's launcher say, is no part of a fresh system.
+env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root ${http_proxy:+"http_proxy=$http_proxy"} \
+    chroot "$root" sh "$here"/try || status=1
 rm -rf "$root$here"
 [ $status -eq 0 ] || die "the packages failed on $suite"
 echo "The packages install, work and go away on $suite."
