@@ -35,7 +35,8 @@ get_filename_component(linker_folder ${linker} DIRECTORY)
 add_link_options(-fuse-ld=lld -B${linker_folder})
 find_program(CMAKE_AR NAMES llvm-ar llvm-ar-14 REQUIRED)
 find_program(CMAKE_RANLIB NAMES llvm-ranlib llvm-ranlib-14 REQUIRED)
-find_program(CMAKE_INSTALL_NAME_TOOL NAMES llvm-install-name-tool llvm-install-name-tool-14 REQUIRED)
+find_program(CMAKE_INSTALL_NAME_TOOL NAMES llvm-install-name-tool llvm-install-name-tool-19
+             llvm-install-name-tool-14 REQUIRED)
 
 # What Linux has installed is of no use for macOS.
 set(CMAKE_FIND_ROOT_PATH ${TVDELAY_MACOS_SDK})

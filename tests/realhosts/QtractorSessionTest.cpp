@@ -73,6 +73,12 @@ protected:
     }
 
     void TearDown() override {
+        // Killed, they would leave shared memory behind, and the system has few places for servers.
+        for (const std::unique_ptr<Process>& process : {std::cref(qtractor), std::cref(jack)}) {
+            if (process) {
+                process->askToEnd();
+            }
+        }
         if (HasFailure()) {
             if (const std::optional<ShownWindow> window = windowBeginning("TvDelay")) {
                 std::cout << "The editor shows, by parameter:";

@@ -172,6 +172,13 @@ ProcessResult Process::wait() {
     return result;
 }
 
+void Process::askToEnd() {
+    kill(id_, SIGTERM);
+    for (int i = 0; i < 500 && !exitStatus(); ++i) {
+        usleep(10000);
+    }
+}
+
 std::optional<int> Process::exitStatus() {
     int how = 0;
     if (!status_ && waitpid(id_, &how, WNOHANG) == id_) {

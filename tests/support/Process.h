@@ -44,6 +44,9 @@ public:
     // Reads to the end of what is said, then waits.
     ProcessResult wait();
 
+    // Asks it to end in good order, by SIGTERM, and gives it some seconds.
+    void askToEnd();
+
     // Without waiting: the exit status once it has ended, -1 when a signal ended it.
     std::optional<int> exitStatus();
 

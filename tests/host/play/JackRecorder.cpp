@@ -3,7 +3,6 @@
 #include <jack/jack.h>
 
 #include <algorithm>
-#include <csignal>
 #include <stdexcept>
 
 #include <unistd.h>
@@ -54,10 +53,7 @@ JackServer::JackServer(int sampleRate)
 
 JackServer::~JackServer() {
     // Killed, it would keep one of the system's few places for servers.
-    kill(process_.id(), SIGTERM);
-    for (int i = 0; i < 500 && !process_.exitStatus(); ++i) {
-        usleep(10000);
-    }
+    process_.askToEnd();
 }
 
 JackRecorder::JackRecorder(const JackServer& server)
