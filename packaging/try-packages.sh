@@ -57,17 +57,21 @@ list() {
     find / -xdev \( -path /proc -o -path /tmp -o -path /var/cache -o -path /var/lib/apt -o -path /var/log \
         -o -path /var/lib/dpkg \) -prune -o -type f -print | sort >"$1"
 }
+# quietly COMMAND: tells what it says only where it fails.
+quietly() {
+    "$@" >said 2>&1 || { cat said >&2; exit 1; }
+}
 cd /tmp/try-packages
 apt-get update -qq
-apt-get install -y -qq --no-install-recommends cmake ninja-build g++ >/dev/null 2>&1
-apt-get install -y -qq --no-install-recommends ./*.deb >/dev/null 2>&1
+quietly apt-get install -y -qq --no-install-recommends cmake ninja-build g++
+quietly apt-get install -y -qq --no-install-recommends ./*.deb
 tvhost info | head -n 5
 tvhost render --help >/dev/null
 cmake -G Ninja -S echoes -B build >/dev/null
 cmake --build build >/dev/null
 (cd build && ./echoes)
-apt-get purge -y -qq tvdelay tvdelay-soundlib-dev >/dev/null 2>&1
-apt-get autoremove --purge -y -qq >/dev/null 2>&1
+quietly apt-get purge -y -qq tvdelay tvdelay-soundlib-dev
+quietly apt-get autoremove --purge -y -qq
 list after
 if grep -i -E 'tvdelay|tvhost|TvDelay' after; then
     echo "these files of the packages are left" >&2
