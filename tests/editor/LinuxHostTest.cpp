@@ -79,6 +79,27 @@ void useEditorOn(Effect& effect, void* handle) {
     effect.call(effEditIdle);
 }
 
+// Drags a knob by thirty pixels; false when its parameter does not come to follow.
+bool knobCanBeDragged(Effect& effect, HostedEditor& editor) {
+    editor.mouse.moveTo(178, 226);
+    editor.mouse.press();
+    editor.mouse.moveTo(178, 226 - 30);
+    const bool moved =
+        editor.becomes([&] { return effect.record->getParameter(effect.record, 1) == 40 * 0.01f; });
+    editor.mouse.release();
+    editor.idle();
+    return moved;
+}
+
+// The first program's own values, which edits have replaced in it.
+void setSlapBack(Effect& effect) {
+    const float slapBack[] = {0.0799773261f, 0.215f, 0.374f, 0.655999f, 1.0f,
+                              0.0f,          0.5f,   0.0f,   1.0f};
+    for (const int parameter : {3, 0, 1, 2, 4, 5, 6, 7, 8}) {
+        effect.record->setParameter(effect.record, parameter, slapBack[parameter]);
+    }
+}
+
 } // namespace
 
 class LinuxHost : public testing::Test {
@@ -398,13 +419,7 @@ TEST_F(LinuxHostOnScreen, EditorMayLeaveTheThreadThatItFirstOpenedOn) {
     bool moved = false;
     std::thread userInterface([&] {
         HostedEditor editor(effect.record);
-        editor.mouse.moveTo(178, 226);
-        editor.mouse.press();
-        editor.mouse.moveTo(178, 226 - 30);
-        moved = editor.becomes(
-            [&] { return effect.record->getParameter(effect.record, 1) == 40 * 0.01f; });
-        editor.mouse.release();
-        editor.idle();
+        moved = knobCanBeDragged(effect, editor);
     });
     userInterface.join();
     EXPECT_TRUE(moved);
@@ -427,11 +442,7 @@ TEST_F(LinuxHostOnScreen, OneIdleCallOnAnyThreadTakesWhatHasCome) {
         }
     };
     useSwitch();
-    for (const int parameter : {0, 1, 2, 3, 6, 7, 8}) {
-        const float slapBack[] = {0.0799773261f, 0.215f, 0.374f, 0.655999f, 1.0f,
-                                  0.0f,          0.5f,   0.0f,   1.0f};
-        effect.record->setParameter(effect.record, parameter, slapBack[parameter]);
-    }
+    setSlapBack(effect);
     std::thread(useSwitch).join();
 }
 
@@ -442,24 +453,14 @@ TEST_F(LinuxHostOnScreen, EditorMayMoveToAnotherThreadBetweenOpenings) {
         std::thread userInterface([&] {
             HostedEditor editor(effect.record);
             shown = editor.shows(kSlapBack);
-            editor.mouse.moveTo(178, 226);
-            editor.mouse.press();
-            editor.mouse.moveTo(178, 226 - 30);
-            moved = editor.becomes(
-                [&] { return effect.record->getParameter(effect.record, 1) == 40 * 0.01f; });
-            editor.mouse.release();
-            editor.idle();
+            moved = knobCanBeDragged(effect, editor);
         });
         userInterface.join();
         EXPECT_TRUE(shown);
         EXPECT_TRUE(moved);
         effect.call(effSetProgram, 1);
         effect.call(effSetProgram, 0);
-        const float slapBack[] = {0.0799773261f, 0.215f, 0.374f, 0.655999f, 1.0f,
-                                  0.0f,          0.5f,   0.0f,   1.0f};
-        for (const int parameter : {3, 0, 1, 2, 4, 5, 6, 7, 8}) {
-            effect.record->setParameter(effect.record, parameter, slapBack[parameter]);
-        }
+        setSlapBack(effect);
     }
 }
 
