@@ -131,8 +131,10 @@ private:
                                     const std::function<ForkedResult(std::size_t)>& work) {
         if (silent) {
             const int nowhere = open("/dev/null", O_RDWR | O_CLOEXEC);
-            dup2(nowhere, STDOUT_FILENO);
-            dup2(nowhere, STDERR_FILENO);
+            if (nowhere >= 0) {
+                dup2(nowhere, STDOUT_FILENO);
+                dup2(nowhere, STDERR_FILENO);
+            }
         }
         std::string text;
         std::shared_ptr<void> kept;

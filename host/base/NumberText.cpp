@@ -11,8 +11,9 @@ namespace {
 template <typename Number>
 std::optional<Number> parseWhole(std::string_view text) {
     Number value{};
-    const char* const end = text.data() + text.size();
-    const auto result = std::from_chars(text.data(), end, value);
+    const char* const begin = text.data();
+    const char* const end = begin + text.size();
+    const auto result = std::from_chars(begin, end, value);
     if (result.ec != std::errc() || result.ptr != end) {
         return std::nullopt;
     }

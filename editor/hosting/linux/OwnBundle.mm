@@ -43,7 +43,7 @@ std::string mappedFileAt(const void* address) {
 
 // After an update in place the file has another one under its name: the loader's.
 std::string realFileAt(const void* address) {
-    const std::string mapped = mappedFileAt(address);
+    std::string mapped = mappedFileAt(address);
     const char* const loaded = fileOf(address);
     if (!mapped.empty() || loaded == nullptr) {
         return mapped;
