@@ -53,7 +53,7 @@ mode_t defaultPermissions() {
 // Where a symbolic link leads, so that the link stays and its file is replaced.
 fs::path followed(const std::string& given) {
     std::error_code error;
-    const fs::path path = fromStartFolder(given);
+    fs::path path = fromStartFolder(given);
     if (!fs::is_symlink(path, error)) {
         return path;
     }

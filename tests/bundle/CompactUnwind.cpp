@@ -88,10 +88,11 @@ const CompactUnwind::Entry* CompactUnwind::covering(std::uint64_t address) const
 std::uint32_t CompactUnwind::encodingOf(const Header& header, std::uint64_t page,
                                         std::uint32_t index) const {
     if (index < header.encodings) {
-        return file_.at<std::uint32_t>(table_ + header.encodingsAt + index * 4);
+        return file_.at<std::uint32_t>(table_ + header.encodingsAt + index * sizeof(std::uint32_t));
     }
     const auto& head = file_.at<CompressedPageHead>(page);
-    return file_.at<std::uint32_t>(page + head.encodingsAt + (index - header.encodings) * 4);
+    return file_.at<std::uint32_t>(page + head.encodingsAt +
+                                   (index - header.encodings) * sizeof(std::uint32_t));
 }
 
 void CompactUnwind::readPage(const Header& header, const IndexRow& row) {
@@ -108,13 +109,15 @@ void CompactUnwind::readPage(const Header& header, const IndexRow& row) {
             entry.start = base_ + regular.function;
             entry.encoding = regular.encoding;
         } else {
-            const auto packed = file_.at<std::uint32_t>(page + head.entriesAt + i * 4);
+            const auto packed =
+                file_.at<std::uint32_t>(page + head.entriesAt + i * sizeof(std::uint32_t));
             entry.start = base_ + row.function + (packed & 0xffffff);
             entry.encoding = encodingOf(header, page, packed >> 24);
         }
         const std::uint32_t personality = entry.encoding >> 28 & 3;
         if (personality != 0) {
-            const std::uint64_t at = table_ + header.personalitiesAt + (personality - 1) * 4;
+            const std::uint64_t at =
+                table_ + header.personalitiesAt + (personality - 1) * sizeof(std::uint32_t);
             entry.personality = base_ + file_.at<std::uint32_t>(at);
         }
         entries_.push_back(entry);

@@ -36,6 +36,7 @@ const ObjcClass& classNamed(const std::string& name) {
 
 std::vector<std::string> namesOf(const std::vector<ObjcClass>& classes) {
     std::vector<std::string> names;
+    names.reserve(classes.size());
     for (const ObjcClass& each : classes) {
         names.push_back(each.name);
     }
@@ -44,6 +45,7 @@ std::vector<std::string> namesOf(const std::vector<ObjcClass>& classes) {
 
 std::vector<std::string> declarationsOf(const std::vector<ObjcVariable>& variables) {
     std::vector<std::string> declarations;
+    declarations.reserve(variables.size());
     for (const ObjcVariable& each : variables) {
         declarations.push_back(each.name + " " + each.type);
     }

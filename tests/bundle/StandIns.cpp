@@ -1,12 +1,12 @@
 #include "tests/bundle/StandIns.h"
 
 #include <dlfcn.h>
-#include <strings.h>
 #include <sys/mman.h>
 
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <map>
 
 namespace {
@@ -87,6 +87,10 @@ SineAndCosine sineAndCosine(double x) {
     return {std::sin(x), std::cos(x)};
 }
 
+void clearBytes(void* bytes, std::size_t count) {
+    std::memset(bytes, 0, count);
+}
+
 // On Linux the compiler leaves pow(10.0, x) as it stands.
 double powerOfTen(double x) {
     return std::pow(10.0, x);
@@ -129,7 +133,7 @@ void* standInFor(const std::string& symbol) {
         {"_mmap", address(mapMemory)},
         {"_objc_autoreleasePoolPop", address(popPool)},
         {"_objc_autoreleasePoolPush", address(pushPool)},
-        {"___bzero", address(bzero)},
+        {"___bzero", address(clearBytes)},
         {"___exp10", address(powerOfTen)},
         {"___sincos_stret", address(sineAndCosine)},
         {"___stack_chk_guard", &stackGuard},

@@ -184,6 +184,7 @@ Class ClassRegistration::named(const std::string& name) const {
 
 std::vector<Class> ClassRegistration::all() const {
     std::vector<Class> known;
+    known.reserve(classes_.size());
     for (const auto& [mapped, each] : classes_) {
         known.push_back(each);
     }

@@ -35,7 +35,7 @@ int closeLibrary(void* handle) {
 }
 
 int executablePath(char* buffer, std::uint32_t* size) {
-    const std::string path = macCheck();
+    const std::string& path = macCheck();
     if (path.size() >= *size) {
         return -1;
     }

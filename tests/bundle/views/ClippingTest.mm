@@ -10,7 +10,6 @@
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::Not;
 
 class Clipping : public MacViewTest {
