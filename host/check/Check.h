@@ -11,8 +11,9 @@ struct Check {
     const char* protects;   // one sentence, shown wherever the check is
     void (*run)(CheckRun&); // in a process of its own; findings go to the CheckRun
     bool needsDisplay = false;
-    bool needsWatch = false;  // runs with the preloaded watch, see RealTimeWatch
-    bool endsInOrder = false; // leaves its process by exit(), as hosts do
+    bool needsWatch = false;   // runs with the preloaded watch, see RealTimeWatch
+    bool guardsMemory = false; // large memory ends where touching more of it crashes, by the watch
+    bool endsInOrder = false;  // leaves its process by exit(), as hosts do
 };
 
 } // namespace tvhost

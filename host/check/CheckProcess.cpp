@@ -4,6 +4,7 @@
 #include "host/base/UserError.h"
 #include "host/check/CheckChild.h"
 #include "host/check/LastCall.h"
+#include "host/check/watch/WatchState.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -59,6 +60,9 @@ std::vector<std::string> environmentFor(const CheckProcess::Order& order) {
     }
     if (!order.preload.empty()) {
         result.push_back("LD_PRELOAD=" + order.preload.string());
+        if (order.guardsMemory) {
+            result.push_back(std::string(kGuardMemoryVariable) + "=1");
+        }
     }
     return result;
 }

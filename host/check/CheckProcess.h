@@ -39,6 +39,7 @@ public:
         std::string check; // empty asks the plug-in for its name alone
         std::uint64_t seed = 0;
         std::filesystem::path preload; // empty for none
+        bool guardsMemory = false;     // by what is preloaded
     };
 
     // Starts at once. Throws UserError when the system gives no process.

@@ -83,10 +83,11 @@ void CheckSession::run(const std::function<void(const CheckResult&)>& take) {
         }
         while (begun < jobs.size() && running.size() < static_cast<std::size_t>(plan_.jobs)) {
             Job& job = jobs[begun++];
+            const bool watched = job.check->needsWatch || job.check->guardsMemory;
             job.process = std::make_unique<CheckProcess>(
                 CheckProcess::Order{plan_.plugin, job.check->name, plan_.seed,
-                                    job.check->needsWatch ? RealTimeWatch::library()
-                                                          : std::filesystem::path()},
+                                    watched ? RealTimeWatch::library() : std::filesystem::path(),
+                                    job.check->guardsMemory},
                 plan_.limit);
             running.push_back(job.process.get());
         }

@@ -21,6 +21,11 @@ Check withWatch(Check check) {
     return check;
 }
 
+Check withGuards(Check check) {
+    check.guardsMemory = true;
+    return check;
+}
+
 Check toTheEnd(Check check) {
     check.endsInOrder = true;
     return check;
@@ -121,8 +126,8 @@ const std::vector<Check>& allChecks() {
         {"meets-its-deadline", 9, "No block of 64 frames takes longer than it lasts.",
          meetsItsDeadline},
 
-        {"settings-at-every-rate", 10, "All parameters may stand at their ends at any rate.",
-         settingsAtEveryRate},
+        withGuards({"settings-at-every-rate", 10,
+                    "All parameters may stand at their ends at any rate.", settingsAtEveryRate}),
         {"indices-beyond", 10, "Parameters and programs that don't exist do no harm.",
          indicesBeyond},
         {"damaged-chunks", 10, "A damaged session does no harm.", damagedChunks},

@@ -45,6 +45,18 @@ bool isFinite(const Sound& sound) {
     return std::isfinite(peak(sound));
 }
 
+double levelInDb(const Sound& sound) {
+    double power = 0.0;
+    double count = 0.0;
+    for (const std::vector<float>& channel : sound) {
+        for (const float sample : channel) {
+            power += static_cast<double>(sample) * static_cast<double>(sample);
+        }
+        count += static_cast<double>(channel.size());
+    }
+    return power == 0.0 ? kFloorDb : std::max(kFloorDb, 10.0 * std::log10(power / count));
+}
+
 double differenceInDb(const Sound& a, const Sound& b) {
     double difference = 0.0;
     double loudA = 0.0;

@@ -23,4 +23,7 @@ bool isFinite(const Sound& sound);
 // Samples that are no number in both count as equal.
 double differenceInDb(const Sound& a, const Sound& b);
 
+// The mean power of all channels; -400 dB for silence.
+double levelInDb(const Sound& sound);
+
 } // namespace tvhost

@@ -1,6 +1,7 @@
 #include "host/base/NumberText.h"
 #include "host/check/CheckedEffect.h"
 #include "host/check/checks/Checks.h"
+#include "host/check/checks/EachSetting.h"
 
 #include <algorithm>
 #include <cmath>
@@ -46,20 +47,7 @@ void fadesOut(CheckRun& run) {
                                      " in the fourth");
         }
     };
-    // Each in a new effect, so that none inherits what another has left ringing.
-    const int programs = std::clamp(effect.programCount(), 1, kMostPrograms);
-    for (int program = 0; program < programs; ++program) {
-        CheckedEffect fresh(run);
-        if (fresh.programCount() > 1) {
-            fresh.setProgram(program);
-        }
-        look(fresh, "in program " + std::to_string(program));
-    }
-    for (int i = 0; i < kSettings && effect.parameterCount() > 0; ++i) {
-        CheckedEffect fresh(run);
-        fresh.setParameters(fresh.randomSettings());
-        look(fresh, "with random settings " + std::to_string(i));
-    }
+    eachSetting(run, effect, {kMostPrograms, kSettings}, look);
 }
 
 } // namespace tvhost::checks

@@ -1,12 +1,18 @@
 // Loaded before all other libraries: counts the calls for memory and the locks of a thread that is
-// watched, and hands each on to the C library.
+// watched, and hands each on to the C library. On request, large pieces of memory are guarded.
+#include "host/check/watch/GuardedMemory.h"
 #include "host/check/watch/WatchState.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
 #include <ctime>
 
 #include <dlfcn.h>
+#include <malloc.h>
 #include <pthread.h>
 #include <semaphore.h>
 
@@ -41,6 +47,45 @@ void locked(const char* function, void* caller) {
     count(state.locks, state.firstLock, function, caller);
 }
 
+void* takeMemory(std::size_t size) {
+    void* const guarded = GuardedMemory::take(size);
+    return guarded ? guarded : __libc_malloc(size);
+}
+
+void* takeAligned(std::size_t alignment, std::size_t size) {
+    void* const guarded = GuardedMemory::take(size, std::max<std::size_t>(alignment, 16));
+    return guarded ? guarded : __libc_memalign(alignment, size);
+}
+
+void giveBack(void* memory) {
+    if (GuardedMemory::has(memory)) {
+        GuardedMemory::giveBack(memory);
+    } else {
+        __libc_free(memory);
+    }
+}
+
+// As realloc() answers, from and to either kind.
+void* resize(void* memory, std::size_t size) {
+    if (!GuardedMemory::has(memory) && (memory || size < GuardedMemory::kLeastSize)) {
+        return __libc_realloc(memory, size);
+    }
+    void* const larger = takeMemory(size);
+    if (memory && (larger || size == 0)) {
+        if (larger) {
+            std::memcpy(larger, memory, std::min(GuardedMemory::sizeOf(memory), size));
+        }
+        GuardedMemory::giveBack(memory);
+    }
+    return larger;
+}
+
+__attribute__((constructor)) void beginToGuard() {
+    if (std::getenv(tvhost::kGuardMemoryVariable)) {
+        GuardedMemory::begin();
+    }
+}
+
 template <typename Function>
 Function next(Function& found, const char* name) {
     if (!found) {
@@ -70,39 +115,58 @@ WatchState* tvhostWatchState() {
 
 void* malloc(std::size_t size) {
     allocated("malloc", CALLER);
-    return __libc_malloc(size);
+    return takeMemory(size);
 }
 
 void* calloc(std::size_t number, std::size_t size) {
     allocated("calloc", CALLER);
-    return __libc_calloc(number, size);
+    std::size_t whole = 0;
+    void* const guarded =
+        __builtin_mul_overflow(number, size, &whole) ? nullptr : GuardedMemory::take(whole);
+    return guarded ? guarded : __libc_calloc(number, size);
 }
 
 void* realloc(void* memory, std::size_t size) {
     allocated("realloc", CALLER);
-    return __libc_realloc(memory, size);
+    return resize(memory, size);
+}
+
+void* reallocarray(void* memory, std::size_t number, std::size_t size) {
+    allocated("reallocarray", CALLER);
+    std::size_t whole = 0;
+    if (__builtin_mul_overflow(number, size, &whole)) {
+        errno = ENOMEM;
+        return nullptr;
+    }
+    return resize(memory, whole);
+}
+
+std::size_t malloc_usable_size(void* memory) {
+    static decltype(&malloc_usable_size) real;
+    return GuardedMemory::has(memory) ? GuardedMemory::sizeOf(memory)
+                                      : next(real, "malloc_usable_size")(memory);
 }
 
 void free(void* memory) {
     if (memory) {
         allocated("free", CALLER);
     }
-    __libc_free(memory);
+    giveBack(memory);
 }
 
 void* memalign(std::size_t alignment, std::size_t size) {
     allocated("memalign", CALLER);
-    return __libc_memalign(alignment, size);
+    return takeAligned(alignment, size);
 }
 
 void* aligned_alloc(std::size_t alignment, std::size_t size) {
     allocated("aligned_alloc", CALLER);
-    return __libc_memalign(alignment, size);
+    return takeAligned(alignment, size);
 }
 
 int posix_memalign(void** memory, std::size_t alignment, std::size_t size) {
     allocated("posix_memalign", CALLER);
-    *memory = __libc_memalign(alignment, size);
+    *memory = takeAligned(alignment, size);
     return *memory ? 0 : ENOMEM;
 }
 

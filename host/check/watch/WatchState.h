@@ -24,4 +24,7 @@ namespace tvhost {
 
 constexpr const char* kWatchStateSymbol = "tvhostWatchState";
 
+// Set for the process, whatever its value, it lets the watch guard large pieces of memory.
+constexpr const char* kGuardMemoryVariable = "TVHOST_GUARD_MEMORY";
+
 } // namespace tvhost
