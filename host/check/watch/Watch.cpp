@@ -12,7 +12,6 @@
 #include <ctime>
 
 #include <dlfcn.h>
-#include <malloc.h>
 #include <pthread.h>
 #include <semaphore.h>
 
