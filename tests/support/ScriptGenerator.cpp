@@ -10,9 +10,12 @@ namespace {
 
 using Kind = ScriptStep::Kind;
 
+constexpr std::int32_t kFramesOfLines = 192000;
+
 class Generator {
 public:
-    explicit Generator(std::uint64_t seed) : dice_(seed), hostile_(dice_.oneIn(4)) {}
+    explicit Generator(std::uint64_t seed)
+        : dice_(seed), hostile_(dice_.oneIn(4)), far_(dice_.oneIn(5)) {}
 
     ScriptStep next() {
         ScriptStep step{};
@@ -58,11 +61,20 @@ private:
         static constexpr float kUsual[] = {44100.0f, 48000.0f, 88200.0f, 96000.0f, 192000.0f};
         static constexpr float kOdd[] = {44100.5f,  47999.75f, 22050.0f, 8000.0f,
                                          11025.25f, 2.0f,      1.0f,     191999.5f};
+        static constexpr float kFar[] = {384000.0f,     1e6f, 2147483520.0f, 2147483648.0f,
+                                         4294967296.0f, 4e9f, 0.0f,          -44100.0f};
+        if (far_ && dice_.oneIn(3)) {
+            return dice_.pick(kFar);
+        }
         return dice_.oneIn(3) ? dice_.pick(kOdd) : dice_.pick(kUsual);
     }
 
-    // Never above 1.0, which fits at the highest rate.
+    // Above 1.0, which fits at the highest usual rate, in far scripts alone.
     float delay() {
+        if (far_ && dice_.oneIn(3)) {
+            static constexpr float kLong[] = {1.0001f, 2.0f, 4.36f, 50.0f, 48700.0f, 1e6f, 1e10f};
+            return dice_.oneIn(2) ? dice_.pick(kLong) : dice_.within(-1e10f, 1e10f);
+        }
         static constexpr std::int64_t kShort[] = {0, 1, 2, 3, 4, 5, 17, 63, 64, 65, 100, 129, 500};
         switch (dice_.between(0, 5)) {
         case 0:
@@ -97,6 +109,15 @@ private:
     }
 
     std::int32_t frames() {
+        if (!far_) {
+            return anyFrames();
+        }
+        const std::int32_t number = std::min(anyFrames(), framesLeft_);
+        framesLeft_ -= std::max(number, 0);
+        return number;
+    }
+
+    std::int32_t anyFrames() {
         static constexpr std::int32_t kUsual[] = {
             -1,  0,   1,   2,   3,   4,   5,   7,   16,  31,  32,  63,   64,   65, 127,
             128, 129, 256, 441, 512, 512, 777, 999, 512, 128, 256, 1024, 2048, 64};
@@ -154,6 +175,8 @@ private:
 
     Dice dice_;
     bool hostile_;
+    bool far_;
+    std::int32_t framesLeft_ = kFramesOfLines; // of a far script
     float rate_ = 44100.0f;
 };
 

@@ -41,7 +41,8 @@ struct ScriptStep {
 // The longest block of a script, in frames.
 constexpr std::int32_t kLongestScriptBlock = 8192;
 
-// The same script for the same arguments, on every system. Delays stay within what the effect's
-// lines hold at every rate that occurs; about one script in four has numbers far outside what hosts
-// send, not-a-numbers and infinities among them.
+// The same script for the same arguments, on every system. About one script in four has numbers far
+// outside what hosts send, not-a-numbers and infinities among them. In about one of five, delays
+// are longer than the effect's lines, up to 1e10, and rates beyond 32 bits; its blocks end before
+// any line does.
 std::vector<ScriptStep> generateScript(std::uint64_t seed, std::size_t steps);
