@@ -1,19 +1,15 @@
 // Drives an instance by whatever the fuzzer makes up, within what the interface allows, and holds
 // it against the model at each step.
-#include "editor/tveditor13.h"
-#include "effect/VstXSynth.h"
 #include "plugin/vst2/EffectOpcodes.h"
 #include "tests/effect/EffectState.h"
+#include "tests/fuzz/FuzzedEffect.h"
 #include "tests/support/Bits.h"
-#include "tests/support/LoadedPlugin.h"
 #include "tests/support/ReferenceDelay.h"
 
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -25,51 +21,7 @@ constexpr int kMostSteps = 40;
 constexpr float kLongestDelay = 1e10f;
 constexpr float kHighestRate = 4e9f; // Hz, beyond 32 bits
 
-void expect(bool holds, const std::string& what) {
-    if (!holds) {
-        std::fprintf(stderr, "%s\n", what.c_str());
-        std::abort();
-    }
-}
-
-// An instance whose buffers are given back at its end: a fuzzer makes too many to leave them.
-class Fuzzed {
-public:
-    Fuzzed() : effect_(new VstXSynth(plainHost)) {}
-    ~Fuzzed() {
-        float* const lines[] = {effect_->delayBufferLeft, effect_->delayBufferRight};
-        FourPoleFilter* const filters[] = {effect_->lowPassLeft, effect_->lowPassRight,
-                                           effect_->highPassLeft, effect_->highPassRight};
-        double* const table = effect_->sineTable;
-        DelayProgram* const programs = effect_->programs;
-        expect(dispatch(effClose, 0, 0, nullptr, 0.0f) == 1, "closing didn't answer 1");
-        for (float* line : lines) {
-            delete[] line;
-        }
-        for (FourPoleFilter* filter : filters) {
-            delete filter;
-        }
-        delete[] table;
-        delete[] programs;
-    }
-    Fuzzed(const Fuzzed&) = delete;
-    Fuzzed& operator=(const Fuzzed&) = delete;
-
-    VstXSynth& effect() { return *effect_; }
-    AEffect* record() { return effect_->getAeffect(); }
-    VstIntPtr dispatch(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr, float opt) {
-        return record()->dispatcher(record(), opcode, index, value, ptr, opt);
-    }
-
-private:
-    VstXSynth* effect_; // ended by its record
-};
-
-float anyFloat(FuzzedDataProvider& data) {
-    return floatOf(data.ConsumeIntegral<std::uint32_t>());
-}
-
-void writeParameter(Fuzzed& fuzzed, ReferenceDelay& model, FuzzedDataProvider& data) {
+void writeParameter(FuzzedEffect& fuzzed, ReferenceDelay& model, FuzzedDataProvider& data) {
     const auto index = data.ConsumeIntegralInRange<VstInt32>(-2, 10);
     const bool usual = data.ConsumeBool();
     const float value = usual ? data.ConsumeFloatingPointInRange<float>(-1.0f, 1.0f)
@@ -80,7 +32,7 @@ void writeParameter(Fuzzed& fuzzed, ReferenceDelay& model, FuzzedDataProvider& d
     model.setParameter(index, value);
 }
 
-void processBlock(Fuzzed& fuzzed, ReferenceDelay& model, FuzzedDataProvider& data) {
+void processBlock(FuzzedEffect& fuzzed, ReferenceDelay& model, FuzzedDataProvider& data) {
     const auto frames =
         data.ConsumeIntegralInRange<std::int32_t>(-1, static_cast<std::int32_t>(kMostFrames));
     const auto count = static_cast<std::size_t>(std::max(frames, 1));
@@ -105,7 +57,7 @@ void processBlock(Fuzzed& fuzzed, ReferenceDelay& model, FuzzedDataProvider& dat
 }
 
 // Any opcode that changes nothing which the model doesn't know of.
-void askAnything(Fuzzed& fuzzed, ReferenceDelay& model, FuzzedDataProvider& data) {
+void askAnything(FuzzedEffect& fuzzed, ReferenceDelay& model, FuzzedDataProvider& data) {
     const auto opcode = data.ConsumeIntegralInRange<VstInt32>(-3, 100);
     const auto index = data.ConsumeIntegral<VstInt32>();
     auto value = data.ConsumeIntegral<VstIntPtr>();
@@ -136,7 +88,7 @@ void askAnything(Fuzzed& fuzzed, ReferenceDelay& model, FuzzedDataProvider& data
     fuzzed.dispatch(opcode, index, value, ptr, opt);
 }
 
-void setProgramAndName(Fuzzed& fuzzed, ReferenceDelay& model, FuzzedDataProvider& data) {
+void setProgramAndName(FuzzedEffect& fuzzed, ReferenceDelay& model, FuzzedDataProvider& data) {
     const auto program = data.ConsumeIntegral<VstInt32>() % 30;
     fuzzed.dispatch(effSetProgram, 0, program, nullptr, 0.0f);
     model.setProgram(program);
@@ -148,7 +100,7 @@ void setProgramAndName(Fuzzed& fuzzed, ReferenceDelay& model, FuzzedDataProvider
     }
 }
 
-void setRateOrResume(Fuzzed& fuzzed, ReferenceDelay& model, FuzzedDataProvider& data) {
+void setRateOrResume(FuzzedEffect& fuzzed, ReferenceDelay& model, FuzzedDataProvider& data) {
     if (data.ConsumeBool()) {
         const float highest = data.ConsumeBool() ? 192000.0f : kHighestRate;
         const auto rate = data.ConsumeFloatingPointInRange<float>(-highest, highest);
@@ -167,7 +119,7 @@ void setRateOrResume(Fuzzed& fuzzed, ReferenceDelay& model, FuzzedDataProvider& 
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     FuzzedDataProvider data(bytes, size);
-    Fuzzed fuzzed;
+    FuzzedEffect fuzzed;
     ReferenceDelay model;
     for (int step = 0; step < kMostSteps && data.remaining_bytes() > 0; ++step) {
         switch (data.ConsumeIntegralInRange<int>(0, 5)) {
