@@ -13,14 +13,24 @@ namespace {
 constexpr int kMostBlocks = 12;
 constexpr int kMostWrites = 6;
 constexpr std::size_t kMostFrames = 3000; // all blocks together don't come to the lines' end
-constexpr float kLongestDelay = 1e10f;
+constexpr float kHighestRate = 192000.0f; // where a delay of 1.0 fills the lines
+
+// Either delays are longer than the lines, whose end no block comes to, or blocks begin shortly
+// before the lines' end, and no delay is longer.
+float longestDelay = 1.0f;
 
 float anyValue(VstInt32 index, FuzzedDataProvider& data) {
     if (data.ConsumeBool()) {
         return data.ConsumeFloatingPointInRange<float>(0.0f, 1.0f);
     }
-    return index == kDelay ? data.ConsumeFloatingPointInRange<float>(-kLongestDelay, kLongestDelay)
+    return index == kDelay ? data.ConsumeFloatingPointInRange<float>(-longestDelay, longestDelay)
                            : anyFloat(data);
+}
+
+void goShortlyBeforeTheEnd(VstXSynth& effect, FuzzedDataProvider& data) {
+    effect.setParameter(kDelay, 1.0f);
+    effect.delayPosition = effect.delayLength - data.ConsumeIntegralInRange<std::int64_t>(
+                                                    1, static_cast<std::int64_t>(kMostFrames));
 }
 
 // Delays of some samples too: the end of a line that is short comes often.
@@ -69,12 +79,19 @@ void runBlock(FuzzedEffect& fuzzed, FuzzedDataProvider& data) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     FuzzedDataProvider data(bytes, size);
     FuzzedEffect fuzzed;
+    const bool atTheEnd = data.ConsumeBool();
+    longestDelay = atTheEnd ? 1.0f : 1e10f;
     fuzzed.dispatch(effSetSampleRate, 0, 0, nullptr,
-                    data.ConsumeFloatingPointInRange<float>(1.0f, 192000.0f));
+                    atTheEnd ? kHighestRate
+                             : data.ConsumeFloatingPointInRange<float>(1.0f, kHighestRate));
     for (int i = 0; i < kMostWrites; ++i) {
         write(fuzzed, data);
     }
     for (int block = 0; block < kMostBlocks && data.remaining_bytes() > 0; ++block) {
+        // The first block makes the filters of the rate, and a position of its own.
+        if (atTheEnd && block > 0) {
+            goShortlyBeforeTheEnd(fuzzed.effect(), data);
+        }
         runBlock(fuzzed, data);
     }
     return 0;
