@@ -28,7 +28,17 @@ MemoryBook::MemoryBook(UserSession& session) {
     units_.rate = leftByEach(session, &UserSession::changeRate);
     units_.instance = leftByEach(session, &UserSession::insertAndRemove);
     counts_ = session.counts();
-    bytes_ = allocatedBytes();
+    noted_ = bytes_ = allocatedBytes();
+}
+
+void MemoryBook::note(SessionThing thing) {
+    const std::int64_t now = allocatedBytes();
+    left_[static_cast<std::size_t>(thing)] += now - noted_;
+    noted_ = now;
+}
+
+std::int64_t MemoryBook::left(SessionThing thing) const {
+    return left_[static_cast<std::size_t>(thing)];
 }
 
 std::int64_t MemoryBook::grown() const {

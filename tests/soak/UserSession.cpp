@@ -11,6 +11,7 @@
 namespace {
 
 constexpr VstInt32 kPrograms = 26;
+constexpr int kSteps = 100; // of a knob
 constexpr float kRates[] = {44100.0f, 48000.0f, 88200.0f, 96000.0f};
 
 void ask(AEffect* effect, VstInt32 opcode, VstIntPtr value = 0, float opt = 0.0f) {
@@ -26,7 +27,14 @@ UserSession::~UserSession() {
     closeEditor();
 }
 
+void UserSession::done(SessionThing thing) const {
+    if (listener_) {
+        listener_(thing);
+    }
+}
+
 void UserSession::doSomething() {
+    done(editor_ ? SessionThing::kEditor : SessionThing::kNothing);
     if (!editor_ && dice_.oneIn(20)) {
         editor_ = std::make_unique<HostedEditor>(effect_);
     } else if (editor_ && dice_.oneIn(150)) {
@@ -39,10 +47,14 @@ void UserSession::doSomething() {
         ++counts_.programs;
     }
     if (dice_.oneIn(300)) {
+        done(editor_ ? SessionThing::kEditor : SessionThing::kNothing);
         changeRate();
+        done(SessionThing::kRate);
     }
     if (dice_.oneIn(1000)) {
+        done(editor_ ? SessionThing::kEditor : SessionThing::kNothing);
         insertAndRemove();
+        done(SessionThing::kInstance);
     }
     if (editor_) {
         editor_->idle();
@@ -76,10 +88,24 @@ void UserSession::insertAndRemove() {
     ++counts_.instances;
 }
 
+void UserSession::showAllPictures() {
+    editor_ = std::make_unique<HostedEditor>(effect_);
+    for (int step = 0; step <= kSteps; ++step) {
+        for (VstInt32 index = 0; index < effect_->numParams; ++index) {
+            effect_->setParameter(effect_, index,
+                                  static_cast<float>(step) / static_cast<float>(kSteps));
+        }
+        editor_->idle();
+    }
+    drag();
+    closeEditor();
+}
+
 void UserSession::closeEditor() {
     if (editor_) {
         editor_.reset();
         ++counts_.editors;
+        done(SessionThing::kEditor);
     }
 }
 

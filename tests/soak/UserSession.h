@@ -8,8 +8,15 @@
 
 #include "plugin/vst2/AEffect.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
+#include <utility>
+
+// What memory is noted for.
+enum class SessionThing { kEditor, kRate, kInstance, kNothing };
+constexpr std::size_t kSessionThings = 4;
 
 class UserSession {
 public:
@@ -26,6 +33,10 @@ public:
     UserSession(const LoadedPlugin& plugin, AEffect* effect, std::uint64_t seed);
     ~UserSession(); // closes the editor
 
+    // Is told of each thing once it is done, and of the time between them as kNothing.
+    using Listener = std::function<void(SessionThing)>;
+    void setListener(Listener listener) { listener_ = std::move(listener); }
+
     // Does the next thing, which takes some 20 ms.
     void doSomething();
 
@@ -34,15 +45,20 @@ public:
     void changeRate();
     void insertAndRemove();
 
+    // Shows each of its pictures once, since AppKit keeps what it has drawn of them.
+    void showAllPictures();
+
     void closeEditor();
     const Counts& counts() const { return counts_; }
 
 private:
     void drag();
+    void done(SessionThing thing) const;
 
     const LoadedPlugin& plugin_;
     AEffect* effect_;
     Dice dice_;
     Counts counts_{};
     std::unique_ptr<HostedEditor> editor_;
+    Listener listener_;
 };

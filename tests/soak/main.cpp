@@ -62,15 +62,25 @@ void printAudio(const AudioReport& report) {
 }
 
 void printMemory(const MemoryBook& book, const UserSession& session) {
-    const std::int64_t grown = book.grown();
-    const std::int64_t explained = book.explained(session);
-    std::printf("Memory that stays by design, each measured alone: %.0f bytes an editor opened, "
-                "%.0f a change of rate, %.0f an instance.\n"
-                "  allocated since: %lld KB, of which these explain %lld KB; the rest is %lld KB\n",
-                book.units().editor, book.units().rate, book.units().instance,
-                static_cast<long long>(grown / kKilobyte),
-                static_cast<long long>(explained / kKilobyte),
-                static_cast<long long>((grown - explained) / kKilobyte));
+    const UserSession::Counts& now = session.counts();
+    const UserSession::Counts& first = book.countsAtFirst();
+    std::printf("Memory that stays, beside what one of each leaves alone:\n");
+    const auto print = [&](const char* name, std::int64_t count, SessionThing thing, double unit) {
+        const std::int64_t left = book.left(thing);
+        std::printf("  %-16s %6lld of them: %lld KB, %.0f bytes each; alone %.0f\n", name,
+                    static_cast<long long>(count), static_cast<long long>(left / kKilobyte),
+                    count == 0 ? 0.0 : static_cast<double>(left) / static_cast<double>(count),
+                    unit);
+    };
+    print("editors", now.editors - first.editors, SessionThing::kEditor, book.units().editor);
+    print("changes of rate", now.rates - first.rates, SessionThing::kRate, book.units().rate);
+    print("instances", now.instances - first.instances, SessionThing::kInstance,
+          book.units().instance);
+    std::printf("  everything else, automation and audio: %lld bytes\n",
+                static_cast<long long>(book.left(SessionThing::kNothing)));
+    std::printf("  in all %lld KB, of which the number of things explains %lld KB\n",
+                static_cast<long long>(book.grown() / kKilobyte),
+                static_cast<long long>(book.explained(session) / kKilobyte));
 }
 
 int soak(double minutes) {
@@ -88,7 +98,9 @@ int soak(double minutes) {
         session.doSomething();
     }
     session.closeEditor();
-    const MemoryBook book(session);
+    session.showAllPictures();
+    MemoryBook book(session);
+    session.setListener([&](SessionThing thing) { book.note(thing); });
     audio = nullptr;
     audio = std::make_unique<AudioThread>(effect); // counts anew
 
@@ -109,6 +121,7 @@ int soak(double minutes) {
         }
     }
     session.closeEditor();
+    book.note(SessionThing::kNothing);
     const AudioReport report = audio->report();
     audio = nullptr;
 
