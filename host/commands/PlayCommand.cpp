@@ -5,6 +5,7 @@
 #include "host/base/StopRequest.h"
 #include "host/base/UserError.h"
 #include "host/commands/KeptSettings.h"
+#include "host/commands/SecondsOption.h"
 #include "host/play/LevelMeter.h"
 #include "host/play/SoundFeed.h"
 #include "host/plugin/EffectInstance.h"
@@ -109,6 +110,7 @@ CLI::App* PlayCommand::declare(CLI::App& app) {
                          " to " + std::to_string(kLargestBlock) + "; " +
                          std::to_string(kUsualBlock) + " without. JACK keeps its own size")
         ->type_name("N");
+    declareLongestGap(*command, longestGap_);
     declareSave(*command, save_);
     command->footer("Ends by Ctrl-C, by closing the editor's window, or when the file and its\n"
                     "echoes have ended.\n"
@@ -170,6 +172,7 @@ void PlayCommand::run() {
         throw UserError("there is nothing to play; give a sound file, or --input for live sound");
     }
     StreamWish wished = wish();
+    const double longestGap = longestGapFrom(longestGap_);
     requirePresetName(save_);
     const StopRequest stop;
     const auto module = options_.load();
@@ -195,7 +198,7 @@ void PlayCommand::run() {
     if (!live_) {
         feed = std::make_unique<SoundFeed>([&] { return openSound(input_, rate); }, loops_);
     }
-    Player player(effect, feed.get(), rate, server.blockSize());
+    Player player(effect, feed.get(), rate, server.blockSize(), longestGap);
     std::optional<HostedEditor> editor;
     if (editor_) {
         editor.emplace(effect, EditorWindow::Kind::kManaged);

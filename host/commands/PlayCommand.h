@@ -31,6 +31,7 @@ private:
     std::string device_;
     std::string rate_;
     std::string block_;
+    std::string longestGap_;
     std::string save_;
 };
 

@@ -1,5 +1,7 @@
 #include "host/play/Player.h"
 
+#include "host/render/TailGate.h"
+
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -9,11 +11,6 @@ namespace tvhost {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-
-// Once the sound has ended: quieter for longer is the end of the echoes.
-constexpr float kQuiet = 3.1622776601683795e-5f; // -90 dBFS
-constexpr int kQuietSeconds = 3;
-constexpr int kLongestTailSeconds = 60;
 
 std::vector<float*> pointersTo(std::vector<std::vector<float>>& channels) {
     std::vector<float*> pointers;
@@ -38,12 +35,15 @@ void raise(std::atomic<float>& level, float value) {
 
 } // namespace
 
-Player::Player(EffectInstance& effect, SoundFeed* feed, int sampleRate, int blockSize)
+Player::Player(EffectInstance& effect, SoundFeed* feed, int sampleRate, int blockSize,
+               double longestGap)
     : effect_(effect), feed_(feed), sampleRate_(sampleRate), blockSize_(blockSize),
       fed_(feed ? static_cast<std::size_t>(feed->channels() * blockSize) : 0),
       inputs_(buffers(effect.inputCount(), blockSize)),
       outputs_(buffers(effect.outputCount(), blockSize)), inputPointers_(pointersTo(inputs_)),
-      outputPointers_(pointersTo(outputs_)), levels_(outputs_.size()) {}
+      outputPointers_(pointersTo(outputs_)),
+      gapFrames_(TailGate::gapFrames(longestGap, effect.tailSize(), sampleRate)),
+      levels_(outputs_.size()) {}
 
 bool Player::process(const AudioServer::Block& block) {
     const Clock::time_point begin = Clock::now();
@@ -157,13 +157,14 @@ bool Player::hasEnded(int frames, float loudest) {
         return false;
     }
     tailFrames_ += frames;
-    quietFrames_ = loudest < kQuiet ? quietFrames_ + frames : 0;
-    return quietFrames_ >= std::int64_t{kQuietSeconds} * sampleRate_ ||
-           tailFrames_ >= std::int64_t{kLongestTailSeconds} * sampleRate_;
+    quietFrames_ = loudest < TailGate::kThreshold ? quietFrames_ + frames : 0;
+    return quietFrames_ >= gapFrames_ ||
+           static_cast<double>(tailFrames_) >= TailGate::kLongestSeconds * sampleRate_;
 }
 
 std::vector<float> Player::takeLevels() {
     std::vector<float> levels;
+    levels.reserve(levels_.size());
     for (std::atomic<float>& level : levels_) {
         levels.push_back(level.exchange(0.0f));
     }

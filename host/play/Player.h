@@ -27,8 +27,10 @@ public:
     };
 
     // `effect` must be started at `sampleRate` for blocks of `blockSize` frames. Without `feed`
-    // the effect hears the live sound. All must outlive the object.
-    Player(EffectInstance& effect, SoundFeed* feed, int sampleRate, int blockSize);
+    // the effect hears the live sound. Echoes up to `longestGap` seconds apart are waited for. All
+    // must outlive the object.
+    Player(EffectInstance& effect, SoundFeed* feed, int sampleRate, int blockSize,
+           double longestGap);
 
     // Answers false with the last block: the sound and its echoes have ended, or stop() was called.
     bool process(const AudioServer::Block& block);
@@ -62,6 +64,7 @@ private:
     std::vector<std::vector<float>> outputs_;
     std::vector<float*> inputPointers_;
     std::vector<float*> outputPointers_;
+    std::int64_t gapFrames_;
     std::int64_t quietFrames_ = 0;
     std::int64_t tailFrames_ = 0;
 

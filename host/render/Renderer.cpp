@@ -79,13 +79,11 @@ TailGate Renderer::makeGate() const {
     if (terms_.tailSeconds) {
         return TailGate::ofLength(effect_.outputCount(), frames(*terms_.tailSeconds));
     }
-    // Changes still to come may bring echoes back, and an effect may know that it has longer gaps;
-    // some say that they never end.
-    const std::int64_t longest = frames(TailGate::kLongestSeconds);
-    const std::int64_t told = effect_.tailSize() < longest ? effect_.tailSize() : 0;
-    return TailGate::untilQuiet(effect_.outputCount(),
-                                std::max<std::int64_t>(frames(terms_.longestGap), told), longest,
-                                automation_.lastFrame() - inputEnd_);
+    // Changes still to come may bring echoes back.
+    return TailGate::untilQuiet(
+        effect_.outputCount(),
+        TailGate::gapFrames(terms_.longestGap, effect_.tailSize(), source_.sampleRate()),
+        frames(TailGate::kLongestSeconds), automation_.lastFrame() - inputEnd_);
 }
 
 void Renderer::pushTail(TailGate& tail, int from, int to) {

@@ -20,6 +20,11 @@ TailGate::TailGate(int channels, float threshold, std::int64_t quietFrames, std:
     : channels_(channels), threshold_(threshold), quietFrames_(quietFrames), longest_(longest),
       quietFrom_(std::max<std::int64_t>(0, notBefore)) {}
 
+std::int64_t TailGate::gapFrames(double longestGapSeconds, std::int32_t tailSize, int sampleRate) {
+    const std::int64_t told = tailSize < std::llround(kLongestSeconds * sampleRate) ? tailSize : 0;
+    return std::max<std::int64_t>(std::llround(longestGapSeconds * sampleRate), told);
+}
+
 void TailGate::push(const float* frame) {
     held_.insert(held_.end(), frame, frame + channels_);
     ++count_;

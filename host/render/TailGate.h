@@ -24,6 +24,10 @@ public:
     static TailGate untilQuiet(int channels, std::int64_t quietFrames, std::int64_t longest,
                                std::int64_t notBefore);
 
+    // How long a gap `untilQuiet` has to wait for, in frames: what the user allows, or what the
+    // effect says itself, up to the longest tail; some say that they never end.
+    static std::int64_t gapFrames(double longestGapSeconds, std::int32_t tailSize, int sampleRate);
+
     // Takes the next frame of the tail. Not after isFinished().
     void push(const float* frame);
 

@@ -5,59 +5,15 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include <unistd.h>
-
 namespace {
 
 // A minute of two channels: no memory is asked for while it records.
 constexpr std::size_t kRoom = std::size_t{60} * 48000 * 2;
 
-std::string uniqueName() {
-    static int number = 0;
-    return "tvhost-test-" + std::to_string(getpid()) + "-" + std::to_string(++number);
-}
-
-jack_client_t* openClient(const std::string& server, const char* name) {
-    return jack_client_open(name, static_cast<jack_options_t>(JackNoStartServer | JackServerName),
-                            nullptr, server.c_str());
-}
-
-void quiet(const char*) {}
-
-Process::Options logged() {
-    Process::Options options;
-    options.log = "/dev/null";
-    return options;
-}
-
 } // namespace
 
-JackServer::JackServer(int sampleRate)
-    : name_(uniqueName()),
-      // Synchronous, with much patience: no sound is left out when the machine is busy.
-      process_("jackd",
-               {"--no-realtime", "--sync", "--timeout", "10000", "--name", name_, "-d", "dummy",
-                "-r", std::to_string(sampleRate), "-p", "1024"},
-               logged()) {
-    jack_set_error_function(quiet);
-    jack_set_info_function(quiet);
-    for (int i = 0; i < 500; ++i) {
-        if (jack_client_t* const client = openClient(name_, "probe")) {
-            jack_client_close(client);
-            return;
-        }
-        usleep(20000);
-    }
-    throw std::runtime_error("jackd does not start");
-}
-
-JackServer::~JackServer() {
-    // Killed, it would keep one of the system's few places for servers.
-    process_.askToEnd();
-}
-
 JackRecorder::JackRecorder(const JackServer& server)
-    : client_(openClient(server.name(), kName)), kept_(kRoom) {
+    : client_(server.openClient(kName)), kept_(kRoom) {
     if (!client_) {
         throw std::runtime_error("no client of JACK");
     }

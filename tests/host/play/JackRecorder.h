@@ -1,31 +1,13 @@
-// A JACK server without a sound card, and a client of it that records.
+// A client of JACK that records.
 #pragma once
 
-#include "tests/support/Process.h"
+#include "tests/host/play/JackServer.h"
 
 #include <atomic>
-#include <string>
 #include <vector>
 
 struct _jack_client;
 struct _jack_port;
-
-// Runs for as long as the object; other programs find it by environment(). Throws
-// std::runtime_error when it doesn't start.
-class JackServer {
-public:
-    explicit JackServer(int sampleRate);
-    ~JackServer();
-    JackServer(const JackServer&) = delete;
-    JackServer& operator=(const JackServer&) = delete;
-
-    std::string environment() const { return "JACK_DEFAULT_SERVER=" + name_; }
-    const std::string& name() const { return name_; }
-
-private:
-    std::string name_;
-    Process process_;
-};
 
 // Two inputs, all of whose sound is kept. Clients see it as the device kName.
 class JackRecorder {

@@ -221,6 +221,35 @@ TEST_F(Play, SoundsByPulseAudioAsItIs) {
     EXPECT_TRUE(found);
 }
 
+TEST_F(Play, CountsTheBlocksThatTheEffectTookTooLongFor) {
+    writeSound(input, noise(2, 60000, 44100, 0.4f, 3));
+    const JackServer server(44100, JackServer::Patience::kNone);
+    const ProcessResult result =
+        runTvhost({"play", input, "--plugin", testPlugin("Sleepy"), "--server", "jack"},
+                  on(server.environment()));
+    EXPECT_EQ(result.status, 0) << result.err;
+    // What the server tells is one, and what the clock tells another.
+    EXPECT_THAT(result.out, testing::ContainsRegex("[1-9][0-9]* underruns?, "));
+    EXPECT_THAT(result.out, testing::ContainsRegex(", [1-9][0-9]* blocks? too late"));
+}
+
+TEST_F(Play, WaitsForAnEchoAsLongAsItIsTold) {
+    // Echoes four seconds apart.
+    SoundFile click = silence(2, 1000);
+    click.at(0, 0) = click.at(0, 1) = 0.5f;
+    writeSound(input, click);
+    const JackServer server(44100);
+    const auto secondsOf = [&](const std::string& gap) {
+        const ProcessResult result = runTvhost({"play", input, "--plugin", testPlugin("Late"),
+                                                "--server", "jack", "--longest-gap", gap},
+                                               on(server.environment()));
+        EXPECT_EQ(result.status, 0) << result.err;
+        return std::stod(result.out.substr(input.size() + 2));
+    };
+    EXPECT_NEAR(secondsOf("1"), 1.0, 0.2);
+    EXPECT_NEAR(secondsOf("0.3"), 0.3, 0.2);
+}
+
 TEST_F(Play, RefusesToPlayWithoutAServer) {
     writeSound(input, noise(2, 100, 44100, 0.4f, 3));
     for (const char* name : {"jack", "pulse"}) {
