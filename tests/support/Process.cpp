@@ -108,6 +108,10 @@ Process::Process(const std::string& program, const std::vector<std::string>& arg
     if (id_ == 0) {
         setpgid(0, 0);
         prctl(PR_SET_PDEATHSIG, SIGKILL);
+        // Under nohup or in a shell's background some are ignored, and a program inherits that.
+        for (const int stopping : {SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGPIPE}) {
+            signal(stopping, SIG_DFL);
+        }
         readNothing();
         dup2(out.writer, STDOUT_FILENO);
         dup2(err.writer, STDERR_FILENO);
