@@ -39,12 +39,21 @@ std::string commandNames(const CLI::App& app) {
     return names;
 }
 
-// What is wrong when no command was recognised.
+// What is wrong when no command of `app` was recognised.
 std::string commandMissing(const CLI::App& app) {
+    const std::string name = app.get_parent() ? app.get_name() + " " : "";
     const std::vector<std::string> words = app.remaining();
-    return (words.empty() ? "no command is given"
-                          : "there is no command \"" + words.front() + "\"") +
+    return (words.empty() ? "no command is given" + (name.empty() ? "" : " to " + app.get_name())
+                          : "there is no command \"" + name + words.front() + "\"") +
            "; give " + commandNames(app);
+}
+
+// What is wrong with the words given to a command.
+std::string fault(const CLI::App& command, const CLI::ParseError& error) {
+    const bool lacksCommand =
+        !command.get_subcommands(nullptr).empty() && command.get_subcommands().empty();
+    return (lacksCommand ? commandMissing(command) : std::string(error.what())) + "; see 'tvhost " +
+           command.get_name() + " --help'";
 }
 
 int refuse(const std::string& text) {
@@ -100,8 +109,7 @@ int runCommandLine(int argc, const char* const* argv) {
         if (given.empty()) {
             return refuse(commandMissing(app) + "; see 'tvhost --help'");
         }
-        return refuse(std::string(error.what()) + "; see 'tvhost " + given.front()->get_name() +
-                      " --help'");
+        return refuse(fault(*given.front(), error));
     } catch (const UserError& error) {
         return refuse(error.what());
     } catch (const std::bad_alloc&) {

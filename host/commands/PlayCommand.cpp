@@ -198,7 +198,8 @@ void PlayCommand::run() {
     if (!live_) {
         feed = std::make_unique<SoundFeed>([&] { return openSound(input_, rate); }, loops_);
     }
-    Player player(effect, feed.get(), rate, server.blockSize(), longestGap);
+    Player player(effect, feed.get(), std::max(server.inputs(), 1), rate, server.blockSize(),
+                  longestGap);
     std::optional<HostedEditor> editor;
     if (editor_) {
         editor.emplace(effect, EditorWindow::Kind::kManaged);
@@ -230,6 +231,9 @@ void PlayCommand::run() {
     editor.reset();
     if (feed) {
         feed->rethrow();
+    }
+    if (const std::string note = player.plan().note(effect.name()); !note.empty()) {
+        std::fprintf(stderr, "tvhost: warning: %s\n", note.c_str());
     }
     tell(player.report(), server, effect.name());
     kept.tell(effect, save_);

@@ -100,8 +100,7 @@ void renderSound(const RenderOrder& order, const std::string& input, const std::
     if (!damage.empty()) {
         warn(name + " is damaged: " + damage);
     }
-    const ChannelPlan plan(source->channels(), effect.inputCount(), effect.outputCount());
-    if (const std::string note = plan.note(effect.name()); !note.empty()) {
+    if (const std::string note = renderer.plan().note(effect.name()); !note.empty()) {
         warn(note);
     }
     if (writer.samplesClipped() > 0) {

@@ -35,10 +35,12 @@ void raise(std::atomic<float>& level, float value) {
 
 } // namespace
 
-Player::Player(EffectInstance& effect, SoundFeed* feed, int sampleRate, int blockSize,
-               double longestGap)
+Player::Player(EffectInstance& effect, SoundFeed* feed, int liveChannels, int sampleRate,
+               int blockSize, double longestGap)
     : effect_(effect), feed_(feed), sampleRate_(sampleRate), blockSize_(blockSize),
-      fed_(feed ? static_cast<std::size_t>(feed->channels() * blockSize) : 0),
+      channels_(feed ? feed->channels() : liveChannels),
+      plan_(channels_, effect.inputCount(), effect.outputCount(), effect.pairsInputs()),
+      fed_(static_cast<std::size_t>(channels_) * static_cast<std::size_t>(blockSize)),
       inputs_(buffers(effect.inputCount(), blockSize)),
       outputs_(buffers(effect.outputCount(), blockSize)), inputPointers_(pointersTo(inputs_)),
       outputPointers_(pointersTo(outputs_)),
@@ -76,29 +78,23 @@ bool Player::process(const AudioServer::Block& block) {
 }
 
 void Player::fillInputs(const AudioServer::Block& block, int offset, int frames) {
-    const int given = feed_ ? feed_->read(fed_.data(), frames) : frames;
-    const int channels = feed_ ? feed_->channels() : block.inputCount;
-    const auto sample = [&](int channel, int frame) {
-        return feed_ ? fed_[static_cast<std::size_t>(frame * channels + channel)]
-                     : block.inputs[channel][offset + frame];
-    };
-    const int inputs = static_cast<int>(inputs_.size());
-    for (int c = 0; c < inputs; ++c) {
-        std::vector<float>& input = inputs_[static_cast<std::size_t>(c)];
-        // One channel is for both sides, two make one by their mean; else one goes to one.
-        const bool both = channels == 1 && inputs == 2;
-        const bool mean = channels == 2 && inputs == 1;
-        for (int i = 0; i < frames; ++i) {
-            float value = 0.0f;
-            if (i < given && (both || c < channels)) {
-                value = mean ? 0.5f * (sample(0, i) + sample(1, i)) : sample(both ? 0 : c, i);
-            }
-            input[static_cast<std::size_t>(i)] = value;
-        }
-    }
+    int given = frames;
     if (feed_) {
+        given = feed_->read(fed_.data(), frames);
         position_ += given;
         unfed_ += given < frames && !feed_->isFinished() ? 1 : 0;
+    } else {
+        const int there = std::min(channels_, block.inputCount);
+        for (int i = 0; i < frames; ++i) {
+            for (int c = 0; c < there; ++c) {
+                fed_[static_cast<std::size_t>(i) * static_cast<std::size_t>(channels_) +
+                     static_cast<std::size_t>(c)] = block.inputs[c][offset + i];
+            }
+        }
+    }
+    plan_.spread(fed_.data(), given, inputs_);
+    for (std::vector<float>& input : inputs_) {
+        std::fill(input.begin() + given, input.begin() + frames, 0.0f);
     }
 }
 

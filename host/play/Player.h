@@ -4,6 +4,7 @@
 #include "host/play/AudioServer.h"
 #include "host/play/SoundFeed.h"
 #include "host/plugin/EffectInstance.h"
+#include "host/render/ChannelPlan.h"
 
 #include <atomic>
 #include <cstdint>
@@ -27,10 +28,13 @@ public:
     };
 
     // `effect` must be started at `sampleRate` for blocks of `blockSize` frames. Without `feed`
-    // the effect hears the live sound. Echoes up to `longestGap` seconds apart are waited for. All
-    // must outlive the object.
-    Player(EffectInstance& effect, SoundFeed* feed, int sampleRate, int blockSize,
+    // the effect hears `liveChannels` channels of live sound, 1 or more. Echoes up to `longestGap`
+    // seconds apart are waited for. All must outlive the object.
+    Player(EffectInstance& effect, SoundFeed* feed, int liveChannels, int sampleRate, int blockSize,
            double longestGap);
+
+    // Which channel goes where, as in a render.
+    const ChannelPlan& plan() const { return plan_; }
 
     // Answers false with the last block: the sound and its echoes have ended, or stop() was called.
     bool process(const AudioServer::Block& block);
@@ -59,7 +63,9 @@ private:
     SoundFeed* feed_;
     int sampleRate_;
     int blockSize_;
-    std::vector<float> fed_; // interleaved, as the feed gives it
+    int channels_; // of what is played
+    ChannelPlan plan_;
+    std::vector<float> fed_; // interleaved
     std::vector<std::vector<float>> inputs_;
     std::vector<std::vector<float>> outputs_;
     std::vector<float*> inputPointers_;

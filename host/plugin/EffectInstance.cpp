@@ -81,6 +81,11 @@ std::optional<VstPinProperties> EffectInstance::pin(Side side, int index) const 
         side == Side::kInput ? effGetInputProperties : effGetOutputProperties, index);
 }
 
+bool EffectInstance::pairsInputs() const {
+    const auto first = pin(Side::kInput, 0);
+    return first && (first->flags & kVstPinIsStereo) != 0;
+}
+
 std::optional<VstParameterProperties> EffectInstance::parameterProperties(int index) const {
     return properties<VstParameterProperties>(effGetParameterProperties, index);
 }

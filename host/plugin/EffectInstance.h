@@ -53,6 +53,8 @@ public:
     // What the effect tells of an input or output, if it does.
     enum class Side { kInput, kOutput };
     std::optional<VstPinProperties> pin(Side side, int index) const;
+    // Whether the effect says that its first two inputs are left and right of one sound.
+    bool pairsInputs() const;
     // Samples; 0 when the effect doesn't say, 1 when it has no tail.
     std::int32_t tailSize() const { return number(effGetTailSize); }
 

@@ -160,7 +160,12 @@ std::optional<float> ShownValue::find(const std::string& text) {
 }
 
 std::string ShownValue::range() {
-    return shownAt(0.0f) + " to " + shownAt(1.0f);
+    // Some show nothing but the unit at an end.
+    const auto end = [this](float value) {
+        const std::string shown = shownAt(value);
+        return probe_.parameterDisplay(parameter_).empty() ? "nothing" : shown;
+    };
+    return end(0.0f) + " to " + end(1.0f);
 }
 
 } // namespace tvhost

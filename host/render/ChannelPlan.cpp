@@ -17,11 +17,12 @@ std::string range(const char* thing, int first, int last) {
 
 } // namespace
 
-ChannelPlan::ChannelPlan(int channels, int inputs, int outputs)
+ChannelPlan::ChannelPlan(int channels, int inputs, int outputs, bool paired)
     : channels_(channels), inputs_(inputs) {
-    if (channels_ == 1 && inputs_ == 2 && outputs >= 2) {
+    const bool sideChained = inputs_ == 2 && outputs == 1 && !paired;
+    if (channels_ == 1 && inputs_ == 2 && !sideChained) {
         way_ = Way::kMonoIntoBoth;
-    } else if (channels_ == 2 && inputs_ == 1) {
+    } else if (channels_ == 2 && (inputs_ == 1 || sideChained)) {
         way_ = Way::kMeanOfBoth;
     }
 }
@@ -32,11 +33,11 @@ void ChannelPlan::spread(const float* interleaved, int frames,
     const auto count = static_cast<std::size_t>(frames);
     for (std::size_t c = 0; c < inputs.size(); ++c) {
         float* const input = inputs[c].data();
-        if (way_ == Way::kMeanOfBoth) {
+        if (way_ == Way::kMeanOfBoth && c == 0) {
             for (std::size_t i = 0; i < count; ++i) {
                 input[i] = 0.5f * (interleaved[2 * i] + interleaved[2 * i + 1]);
             }
-        } else if (c < width || way_ == Way::kMonoIntoBoth) {
+        } else if ((c < width && way_ == Way::kOneToOne) || way_ == Way::kMonoIntoBoth) {
             const float* from = interleaved + (way_ == Way::kMonoIntoBoth ? 0 : c);
             for (std::size_t i = 0; i < count; ++i) {
                 input[i] = from[i * width];
@@ -52,7 +53,10 @@ std::string ChannelPlan::note(const std::string& effect) const {
     case Way::kMonoIntoBoth:
         return {};
     case Way::kMeanOfBoth:
-        return effect + " takes one channel, so it got the mean of left and right";
+        return inputs_ == 1
+                   ? effect + " takes one channel, so it got the mean of left and right"
+                   : effect + " takes one channel and a side-chain, so it got the mean of " +
+                         "left and right, and silence there";
     case Way::kOneToOne:
         break;
     }

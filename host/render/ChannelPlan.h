@@ -8,11 +8,12 @@ namespace tvhost {
 
 // The channels go into the first inputs, one each, and further inputs, such as side-chains, get
 // silence. Two exceptions: a mono sound goes into both inputs of a stereo effect, and an effect of
-// one input gets the mean of both channels of a stereo sound.
+// one channel gets the mean of both channels of a stereo sound. Two inputs and one output make such
+// an effect, whose second input is a side-chain, unless it says that its inputs are a pair.
 class ChannelPlan {
 public:
-    // All 1 or more.
-    ChannelPlan(int channels, int inputs, int outputs);
+    // All 1 or more. `paired` is whether the first two inputs are left and right of one sound.
+    ChannelPlan(int channels, int inputs, int outputs, bool paired);
 
     // Fills `frames` frames of every buffer in `inputs` from interleaved ones.
     void spread(const float* interleaved, int frames,

@@ -25,7 +25,7 @@ std::vector<float*> pointers(std::vector<std::vector<float>>& channels) {
 Renderer::Renderer(EffectInstance& effect, FrameSource& source, Automation& automation,
                    SoundFileWriter& writer, const RenderTerms& terms)
     : effect_(effect), source_(source), automation_(automation), writer_(writer), terms_(terms),
-      plan_(source_.channels(), effect_.inputCount(), effect_.outputCount()),
+      plan_(source_.channels(), effect_.inputCount(), effect_.outputCount(), effect_.pairsInputs()),
       latency_(terms_.compensated ? effect_.latency() : 0),
       sourceFrames_(static_cast<std::size_t>(terms_.blockSize) *
                     static_cast<std::size_t>(source_.channels())),

@@ -38,6 +38,8 @@ public:
     // Throws UserError when reading or writing fails or the effect produces NaN or infinity.
     void run(ProgressBar& progress);
 
+    // Which channel goes where.
+    const ChannelPlan& plan() const { return plan_; }
     // Frames taken off the output's beginning.
     std::int64_t latency() const { return latency_; }
     // After run(): whether the output ends though its tail may not have ended.

@@ -9,7 +9,7 @@ namespace {
 using Buffers = std::vector<std::vector<float>>;
 
 // What the inputs get of two frames of `channels` channels: 1, 2, 3 ... and 10, 20, 30 ...
-Buffers spread(int channels, int inputs, int outputs = 2) {
+Buffers spread(int channels, int inputs, int outputs = 2, bool paired = false) {
     std::vector<float> frames;
     for (const float unit : {1.0f, 10.0f}) {
         for (int c = 1; c <= channels; ++c) {
@@ -17,12 +17,12 @@ Buffers spread(int channels, int inputs, int outputs = 2) {
         }
     }
     Buffers buffers(static_cast<std::size_t>(inputs), std::vector<float>(2, 99.0f));
-    ChannelPlan(channels, inputs, outputs).spread(frames.data(), 2, buffers);
+    ChannelPlan(channels, inputs, outputs, paired).spread(frames.data(), 2, buffers);
     return buffers;
 }
 
 std::string note(int channels, int inputs, int outputs = 2) {
-    return ChannelPlan(channels, inputs, outputs).note("It");
+    return ChannelPlan(channels, inputs, outputs, false).note("It");
 }
 
 } // namespace
@@ -44,6 +44,15 @@ TEST(ChannelPlan, FeedsMonoIntoBothInputsOfAStereoEffectAlone) {
 TEST(ChannelPlan, GivesAnEffectOfOneInputTheMeanOfBoth) {
     EXPECT_EQ(spread(2, 1), (Buffers{{1.5f, 15}}));
     EXPECT_EQ(note(2, 1), "It takes one channel, so it got the mean of left and right");
+}
+
+TEST(ChannelPlan, KeepsTheRightChannelOutOfASideChain) {
+    EXPECT_EQ(spread(2, 2, 1), (Buffers{{1.5f, 15}, {0, 0}}));
+    EXPECT_EQ(note(2, 2, 1), "It takes one channel and a side-chain, so it got the mean of left "
+                             "and right, and silence there");
+    // What says that it takes both sides of one sound gets them.
+    EXPECT_EQ(spread(2, 2, 1, true), (Buffers{{1, 10}, {2, 20}}));
+    EXPECT_EQ(spread(1, 2, 1, true), (Buffers{{1, 10}, {1, 10}}));
 }
 
 TEST(ChannelPlan, LeavesFurtherInputsSilentAndSaysSo) {
