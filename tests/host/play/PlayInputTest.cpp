@@ -32,8 +32,7 @@ TEST(PlayInput, SendsWhatComesInThroughTheEffect) {
     const ProcessResult result = process.wait();
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
-    EXPECT_THAT(result.out,
-                ContainsRegex(" s at 44100 Hz by JACK, peak -1[0-9.]* dBFS, no dropouts"));
+    EXPECT_THAT(result.out, ContainsRegex(" s at 44100 Hz by JACK, peak -1[0-9.]* dBFS, "));
 
     // The channels are connected one after the other; from then on it is all there.
     const std::vector<float> sound = recorder.sound();
