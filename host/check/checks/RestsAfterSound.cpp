@@ -3,6 +3,8 @@
 
 #include <immintrin.h>
 
+#include <algorithm>
+
 namespace tvhost::checks {
 
 namespace {

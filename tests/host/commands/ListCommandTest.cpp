@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+
 namespace fs = std::filesystem;
 using nlohmann::json;
 using testing::ElementsAre;
