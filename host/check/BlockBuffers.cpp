@@ -7,7 +7,7 @@ namespace tvhost {
 BlockBuffers::BlockBuffers(int inputs, int outputs, int mostFrames, bool inPlace)
     : inputCount_(inputs), outputCount_(outputs), mostFrames_(mostFrames) {
     const int shared = inPlace ? std::min(inputs, outputs) : 0;
-    const std::size_t length = static_cast<std::size_t>(mostFrames) + 2 * kMargin;
+    const std::size_t length = static_cast<std::size_t>(mostFrames) + 2 * std::size_t{kMargin};
     rooms_.assign(static_cast<std::size_t>(inputs + outputs - shared), std::vector<float>(length));
     const auto channel = [&](int room) {
         return rooms_[static_cast<std::size_t>(room)].data() + kMargin;

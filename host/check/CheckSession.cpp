@@ -64,6 +64,7 @@ void CheckSession::run(const std::function<void(const CheckResult&)>& take) {
         std::optional<CheckResult> result;
     };
     std::vector<Job> jobs;
+    jobs.reserve(plan_.checks.size());
     for (const Check* const check : plan_.checks) {
         jobs.push_back({check, nullptr, std::nullopt});
     }

@@ -138,8 +138,10 @@ bool CheckedEffect::showsTheSame(CheckedEffect& other, int index) {
 }
 
 std::vector<float> CheckedEffect::parameters() {
+    const int count = parameterCount();
     std::vector<float> values;
-    for (int i = 0; i < parameterCount(); ++i) {
+    values.reserve(static_cast<std::size_t>(std::max(count, 0)));
+    for (int i = 0; i < count; ++i) {
         values.push_back(parameter(i));
     }
     return values;
@@ -152,8 +154,10 @@ void CheckedEffect::setParameters(const std::vector<float>& values) {
 }
 
 std::vector<float> CheckedEffect::randomSettings() {
+    const int count = parameterCount();
     std::vector<float> values;
-    for (int i = 0; i < parameterCount(); ++i) {
+    values.reserve(static_cast<std::size_t>(std::max(count, 0)));
+    for (int i = 0; i < count; ++i) {
         // Switches show both states only at the ends.
         const int place = run_.number(0, 3);
         values.push_back(place == 0 ? 0.0f : place == 1 ? 1.0f : run_.uniform());

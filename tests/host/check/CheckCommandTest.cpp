@@ -10,7 +10,6 @@
 using testing::AllOf;
 using testing::Contains;
 using testing::Each;
-using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;

@@ -9,7 +9,6 @@
 #include <set>
 
 using testing::HasSubstr;
-using testing::IsSupersetOf;
 
 namespace {
 
@@ -17,7 +16,7 @@ const std::vector<std::vector<std::string>> kCommands = {
     {"info"},     {"list"},           {"render"},         {"play"},  {"plot"},  {"edit"},
     {"snapshot"}, {"preset", "save"}, {"preset", "show"}, {"check"}, {"manual"}};
 
-std::string outputOf(std::vector<std::string> arguments) {
+std::string outputOf(const std::vector<std::string>& arguments) {
     const ProcessResult result = runTvhost(arguments);
     EXPECT_EQ(result.status, 0) << result.err;
     EXPECT_EQ(result.err, "");

@@ -354,7 +354,7 @@ TEST(PlotCommand, DrawsAnyNumberOfProgramsOnOneSheet) {
 }
 
 TEST(ProgramSheet, GrowsWithItsProgramsButKeepsItsShape) {
-    const EffectMeasurement any(loadTestPlugin("Many"), {});
+    EffectMeasurement any(loadTestPlugin("Many"), {});
     double width = 0.0;
     for (int count = 1; count <= 40; ++count) {
         const ProgramSheet sheet(count, [&](int) { return any; });

@@ -17,7 +17,6 @@
 
 namespace fs = std::filesystem;
 using testing::AllOf;
-using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;

@@ -12,8 +12,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 
-namespace fs = std::filesystem;
 using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;

@@ -13,10 +13,8 @@
 #include <filesystem>
 #include <fstream>
 
-namespace fs = std::filesystem;
 using testing::AllOf;
 using testing::HasSubstr;
-using testing::Not;
 using testing::StartsWith;
 
 namespace {

@@ -15,6 +15,7 @@ TEST(FrameQueue, GivesFramesInOrderRoundItsEnd) {
     for (int round = 0; round < 20; ++round) {
         const int count = 1 + round % 4;
         std::vector<float> in;
+        in.reserve(static_cast<std::size_t>(2 * count));
         for (int i = 0; i < 2 * count; ++i) {
             in.push_back(next++);
         }

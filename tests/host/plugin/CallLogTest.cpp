@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 using testing::HasSubstr;
-using testing::Not;
 
 TEST(CallLog, HasEveryCallBothWaysAndChangesNothing) {
     TemporaryFolder folder;

@@ -68,7 +68,7 @@ protected:
     }
 
     static VstIntPtr give(void* ptr, const std::string& text) {
-        std::strcpy(static_cast<char*>(ptr), text.c_str());
+        std::memcpy(ptr, text.c_str(), text.size() + 1);
         return 1;
     }
 
@@ -79,8 +79,13 @@ private:
     static TestEffect* of(AEffect* effect) { return static_cast<TestEffect*>(effect->object); }
 };
 
+template <typename Effect>
+AEffect* newRecord(audioMasterCallback host) {
+    return &(new Effect(host))->record;
+}
+
 #define EXPORT_EFFECT(Effect)                                                                      \
     extern "C" __attribute__((visibility("default"))) AEffect* VSTPluginMain(                      \
         audioMasterCallback host) {                                                                \
-        return &(new Effect(host))->record;                                                        \
+        return newRecord<Effect>(host);                                                            \
     }

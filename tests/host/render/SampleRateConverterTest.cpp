@@ -85,7 +85,7 @@ TEST(SampleRateConverter, GivesTheSameHoweverItIsRead) {
 
 TEST(SampleRateConverter, TakesTheShortestStream) {
     SampleRateConverter converter(std::make_unique<Tone>(44100, 1), 88200, "tone");
-    EXPECT_NEAR(static_cast<double>(readAll(converter, 16).size() / 2), 2.0, 1.0);
+    EXPECT_NEAR(static_cast<double>(readAll(converter, 16).size()) / 2, 2.0, 1.0);
 }
 
 TEST(SampleRateConverter, RefusesRatiosTheLibraryCannotDo) {

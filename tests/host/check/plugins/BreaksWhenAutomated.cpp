@@ -11,18 +11,18 @@ public:
 
 protected:
     void setParameter(int index, float value) override {
-        writes += isOn() ? 1 : 0;
+        writes_ += isOn() ? 1 : 0;
         GoodEffect::setParameter(index, value);
     }
     void process(float** in, float** out, int frames) override {
         GoodEffect::process(in, out, frames);
-        if (writes > 300) {
+        if (writes_ > 300) {
             out[0][0] = std::numeric_limits<float>::quiet_NaN();
         }
     }
 
 private:
-    int writes = 0;
+    int writes_ = 0;
 };
 
 } // namespace

@@ -11,12 +11,12 @@ public:
 
 protected:
     void process(float** in, float** out, int frames) override {
-        parent = getppid();
+        parent_ = getppid();
         GoodEffect::process(in, out, frames);
     }
 
 private:
-    volatile pid_t parent = 0;
+    volatile pid_t parent_ = 0;
 };
 
 } // namespace

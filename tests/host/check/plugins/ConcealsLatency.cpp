@@ -14,15 +14,15 @@ protected:
         GoodEffect::process(in, out, frames);
         for (int i = 0; i < frames; ++i) {
             for (int c = 0; c < 2; ++c) {
-                std::swap(line[c][at], out[c][i]);
+                std::swap(line_[c][at_], out[c][i]);
             }
-            at = (at + 1) % line[0].size();
+            at_ = (at_ + 1) % line_[0].size();
         }
     }
 
 private:
-    std::array<std::array<float, 64>, 2> line{};
-    std::size_t at = 0;
+    std::array<std::array<float, 64>, 2> line_{};
+    std::size_t at_ = 0;
 };
 
 } // namespace

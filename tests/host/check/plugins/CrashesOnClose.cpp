@@ -14,15 +14,15 @@ public:
 protected:
     VstIntPtr dispatch(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr,
                        float opt) override {
-        wasOn = wasOn || (opcode == effMainsChanged && value != 0);
-        if (opcode == effClose && !wasOn && ++closed == 20) {
+        wasOn_ = wasOn_ || (opcode == effMainsChanged && value != 0);
+        if (opcode == effClose && !wasOn_ && ++closed == 20) {
             std::abort();
         }
         return GoodEffect::dispatch(opcode, index, value, ptr, opt);
     }
 
 private:
-    bool wasOn = false;
+    bool wasOn_ = false;
 };
 
 } // namespace

@@ -13,14 +13,14 @@ protected:
     void process(float** in, float** out, int frames) override {
         GoodEffect::process(in, out, frames);
         for (int i = 0; i < frames; ++i) {
-            state = 0.9995f * state + 1e-4f * in[0][i];
-            state = std::isfinite(state) ? state : 0.0f;
-            out[1][i] += 1e-3f * state;
+            state_ = 0.9995f * state_ + 1e-4f * in[0][i];
+            state_ = std::isfinite(state_) ? state_ : 0.0f;
+            out[1][i] += 1e-3f * state_;
         }
     }
 
 private:
-    float state = 0.0f;
+    float state_ = 0.0f;
 };
 
 } // namespace

@@ -11,24 +11,24 @@ public:
 
 protected:
     void openEditor(unsigned long parent) override {
-        editorThread = std::this_thread::get_id();
+        editorThread_ = std::this_thread::get_id();
         GoodEffect::openEditor(parent);
-        open = true;
+        open_ = true;
     }
     void closeEditor() override {
-        open = false;
+        open_ = false;
         GoodEffect::closeEditor();
     }
     void process(float** in, float** out, int frames) override {
-        if (open && std::this_thread::get_id() != editorThread) {
+        if (open_ && std::this_thread::get_id() != editorThread_) {
             std::abort();
         }
         GoodEffect::process(in, out, frames);
     }
 
 private:
-    std::thread::id editorThread;
-    std::atomic<bool> open{false};
+    std::thread::id editorThread_;
+    std::atomic<bool> open_{false};
 };
 
 } // namespace

@@ -11,20 +11,20 @@ protected:
     VstIntPtr dispatch(VstInt32 opcode, VstInt32 index, VstIntPtr value, void* ptr,
                        float opt) override {
         if (opcode == effMainsChanged) {
-            state = 0.0f;
+            state_ = 0.0f;
         }
         return GoodEffect::dispatch(opcode, index, value, ptr, opt);
     }
     void process(float** in, float** out, int frames) override {
         GoodEffect::process(in, out, frames);
         for (int i = 0; i < frames && program() == 1; ++i) {
-            state = 1.0002f * state + 1e-3f * in[0][i];
-            out[0][i] += state;
+            state_ = 1.0002f * state_ + 1e-3f * in[0][i];
+            out[0][i] += state_;
         }
     }
 
 private:
-    float state = 0.0f;
+    float state_ = 0.0f;
 };
 
 } // namespace

@@ -11,26 +11,26 @@ public:
 
 protected:
     void setParameter(int index, float value) override {
-        used = true;
+        used_ = true;
         GoodEffect::setParameter(index, value);
     }
     void process(float** in, float** out, int frames) override {
-        used = true;
+        used_ = true;
         GoodEffect::process(in, out, frames);
     }
     void openEditor(unsigned long parent) override {
-        ++opened;
+        ++opened_;
         GoodEffect::openEditor(parent);
     }
     void idleEditor() override {
-        while (opened >= 3 && !used) {
+        while (opened_ >= 3 && !used_) {
             pause();
         }
     }
 
 private:
-    std::atomic<bool> used{false};
-    int opened = 0;
+    std::atomic<bool> used_{false};
+    int opened_ = 0;
 };
 
 } // namespace

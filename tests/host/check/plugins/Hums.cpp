@@ -11,13 +11,13 @@ protected:
     void process(float** in, float** out, int frames) override {
         GoodEffect::process(in, out, frames);
         for (int i = 0; i < frames; ++i) {
-            sign = -sign;
-            out[0][i] += sign * 5e-5f;
+            sign_ = -sign_;
+            out[0][i] += sign_ * 5e-5f;
         }
     }
 
 private:
-    float sign = 1.0f;
+    float sign_ = 1.0f;
 };
 
 } // namespace

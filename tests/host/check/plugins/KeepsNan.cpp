@@ -10,16 +10,16 @@ public:
 protected:
     void process(float** in, float** out, int frames) override {
         for (int i = 0; i < frames; ++i) {
-            state = 0.5f * state + in[0][i];
+            state_ = 0.5f * state_ + in[0][i];
         }
         GoodEffect::process(in, out, frames);
         for (int i = 0; i < frames; ++i) {
-            out[0][i] += 0.0f * state;
+            out[0][i] += 0.0f * state_;
         }
     }
 
 private:
-    float state = 0.0f;
+    float state_ = 0.0f;
 };
 
 } // namespace

@@ -9,12 +9,12 @@ public:
 
 protected:
     void process(float** in, float** out, int frames) override {
-        room.at(static_cast<std::size_t>(frames) - 1) = 0.0f;
+        room_.at(static_cast<std::size_t>(frames) - 1) = 0.0f;
         GoodEffect::process(in, out, frames);
     }
 
 private:
-    std::vector<float> room = std::vector<float>(4096);
+    std::vector<float> room_ = std::vector<float>(4096);
 };
 
 } // namespace

@@ -11,12 +11,12 @@ public:
 
 protected:
     void process(float** in, float** out, int frames) override {
-        const std::lock_guard<std::mutex> guard(lock);
+        const std::lock_guard<std::mutex> guard(lock_);
         GoodEffect::process(in, out, frames);
     }
 
 private:
-    std::mutex lock;
+    std::mutex lock_;
 };
 
 } // namespace

@@ -12,17 +12,17 @@ public:
 protected:
     void process(float** in, float** out, int frames) override {
         GoodEffect::process(in, out, frames);
-        if (frames != 64 || ++blocks % 100 != 0) {
+        if (frames != 64 || ++blocks_ % 100 != 0) {
             return;
         }
         for (int i = 0; i < kLong; ++i) {
-            turns = i;
+            turns_ = i;
         }
     }
 
 private:
-    int blocks = 0;
-    volatile int turns = 0;
+    int blocks_ = 0;
+    volatile int turns_ = 0;
 };
 
 } // namespace

@@ -10,14 +10,14 @@ public:
 protected:
     void process(float** in, float** out, int frames) override {
         GoodEffect::process(in, out, frames);
-        done += frames;
-        if (done > 30000) {
+        done_ += frames;
+        if (done_ > 30000) {
             parameterValue(2) = 0.33f;
         }
     }
 
 private:
-    int done = 0;
+    int done_ = 0;
 };
 
 } // namespace

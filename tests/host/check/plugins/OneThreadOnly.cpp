@@ -11,14 +11,14 @@ public:
 
 protected:
     void openEditor(unsigned long parent) override {
-        if (std::this_thread::get_id() != maker) {
+        if (std::this_thread::get_id() != maker_) {
             std::abort();
         }
         GoodEffect::openEditor(parent);
     }
 
 private:
-    std::thread::id maker = std::this_thread::get_id();
+    std::thread::id maker_ = std::this_thread::get_id();
 };
 
 } // namespace

@@ -10,12 +10,12 @@ public:
 protected:
     void process(float** in, float** out, int frames) override {
         const float length = getParameter(0) * (sampleRate - 1.0f);
-        line.at(static_cast<std::size_t>(length)) = 0.0f;
+        line_.at(static_cast<std::size_t>(length)) = 0.0f;
         GoodEffect::process(in, out, frames);
     }
 
 private:
-    std::vector<float> line = std::vector<float>(340000);
+    std::vector<float> line_ = std::vector<float>(340000);
 };
 
 } // namespace

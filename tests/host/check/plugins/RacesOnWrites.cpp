@@ -13,17 +13,17 @@ public:
 
 protected:
     void setParameter(int index, float value) override {
-        if (inside.exchange(true)) {
+        if (inside_.exchange(true)) {
             std::abort();
         }
         // Asleep, so that another thread comes in even where there are few processors.
         std::this_thread::sleep_for(std::chrono::microseconds(50));
         GoodEffect::setParameter(index, value);
-        inside = false;
+        inside_ = false;
     }
 
 private:
-    std::atomic<bool> inside{false};
+    std::atomic<bool> inside_{false};
 };
 
 } // namespace

@@ -9,14 +9,14 @@ public:
 
 protected:
     void setParameter(int index, float value) override {
-        firstWritten = firstWritten || index == 0;
-        if (index != kParameters - 1 || firstWritten) {
+        firstWritten_ = firstWritten_ || index == 0;
+        if (index != kParameters - 1 || firstWritten_) {
             GoodEffect::setParameter(index, value);
         }
     }
 
 private:
-    bool firstWritten = false;
+    bool firstWritten_ = false;
 };
 
 } // namespace

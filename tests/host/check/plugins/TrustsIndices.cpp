@@ -9,12 +9,12 @@ public:
 
 protected:
     float getParameter(int index) override {
-        static_cast<void>(reads.at(static_cast<std::size_t>(index)));
+        static_cast<void>(reads_.at(static_cast<std::size_t>(index)));
         return GoodEffect::getParameter(index);
     }
 
 private:
-    std::array<int, kParameters> reads{};
+    std::array<int, kParameters> reads_{};
 };
 
 } // namespace
