@@ -19,6 +19,7 @@ constexpr int kBlockSize = 512;
 
 std::vector<float> valuesOf(const EffectInstance& effect) {
     std::vector<float> values;
+    values.reserve(static_cast<std::size_t>(effect.parameterCount()));
     for (int i = 0; i < effect.parameterCount(); ++i) {
         values.push_back(effect.parameter(i));
     }

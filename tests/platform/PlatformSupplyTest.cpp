@@ -82,13 +82,13 @@ TEST(DispatchQueues, AreFourAndTheSameAtEachCall) {
 }
 
 TEST(DispatchQueues, RunEveryBlockOnAnotherThread) {
-    constexpr int count = 1000;
-    Countdown done(count);
+    constexpr int kCount = 1000;
+    Countdown done(kCount);
     Countdown* const left = &done;
     std::atomic<int> sum{0};
     std::atomic<int>* const total = &sum;
     const std::thread::id caller = std::this_thread::get_id();
-    for (int i = 1; i <= count; ++i) {
+    for (int i = 1; i <= kCount; ++i) {
         dispatch_async(dispatch_get_global_queue(i % 2 == 0 ? 2 : 0, 0), ^{
             if (std::this_thread::get_id() != caller) {
                 *total += i;
@@ -97,7 +97,7 @@ TEST(DispatchQueues, RunEveryBlockOnAnotherThread) {
         });
     }
     done.wait();
-    EXPECT_EQ(sum, count * (count + 1) / 2);
+    EXPECT_EQ(sum, kCount * (kCount + 1) / 2);
 }
 
 TEST(DispatchQueues, RunSeveralBlocksAtATime) {

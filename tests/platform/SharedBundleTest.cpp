@@ -16,6 +16,7 @@ constexpr int kThreads = 4;
 void onThreads(const std::function<void()>& work) {
     std::atomic<int> ready{0};
     std::vector<std::thread> threads;
+    threads.reserve(kThreads);
     for (int thread = 0; thread < kThreads; ++thread) {
         threads.emplace_back([&] {
             ++ready;

@@ -259,10 +259,10 @@ TEST(AudioEffect, ClosingThroughTheRecordEndsTheObjectAndAnswersOne) {
 
 TEST(AudioEffect, ClosingAsksTheEffectFirst) {
     struct Closing : PlainEffect {
-        explicit Closing(std::vector<std::string>* log) : log_(log) {}
-        ~Closing() override { log_->push_back("end"); }
-        void close() override { log_->push_back("close"); }
-        std::vector<std::string>* log_;
+        explicit Closing(std::vector<std::string>* log) : calls(log) {}
+        ~Closing() override { calls->push_back("end"); }
+        void close() override { calls->push_back("close"); }
+        std::vector<std::string>* calls;
     };
     std::vector<std::string> log;
     AEffect* const record = (new Closing(&log))->getAeffect();
@@ -303,23 +303,23 @@ TEST(AudioEffect, OtherOpcodesThroughTheRecordAnswerWhatTheDispatcherAnswers) {
 TEST(AudioEffect, AutomatedWriteSetsTheParameterBeforeItTellsTheHost) {
     struct Automated : PlainEffect {
         explicit Automated(RecordingHost* host)
-            : PlainEffect(RecordingHost::callback), host_(host) {}
+            : PlainEffect(RecordingHost::callback), recorder(host) {}
         void setParameter(VstInt32 index, float value) override {
-            index_ = index;
-            value_ = value;
-            callsBefore_ = host_->calls.size();
+            lastIndex = index;
+            lastValue = value;
+            callsBefore = recorder->calls.size();
         }
-        RecordingHost* host_;
-        VstInt32 index_ = -1;
-        float value_ = -1.0f;
-        std::size_t callsBefore_ = 99;
+        RecordingHost* recorder;
+        VstInt32 lastIndex = -1;
+        float lastValue = -1.0f;
+        std::size_t callsBefore = 99;
     };
     RecordingHost host;
     Automated effect(&host);
     effect.setParameterAutomated(4, 0.625f);
-    EXPECT_EQ(effect.index_, 4);
-    EXPECT_EQ(effect.value_, 0.625f);
-    EXPECT_EQ(effect.callsBefore_, 0u);
+    EXPECT_EQ(effect.lastIndex, 4);
+    EXPECT_EQ(effect.lastValue, 0.625f);
+    EXPECT_EQ(effect.callsBefore, 0u);
     EXPECT_EQ(host.calls, (std::vector<HostCall>{{effect.getAeffect(), 0, 4, 0, nullptr, 0.625f}}));
 }
 

@@ -27,11 +27,11 @@ VstIntPtr number(Pointee* pointer) {
 }
 
 enum class Answer {
-    None,      // no result
-    Narrow,    // cut to 32 bits
-    Whole,     // as it stands
-    NonZero,   // any answer but 0
-    ExactlyOne // the answer 1 alone
+    kNone,      // no result
+    kNarrow,    // cut to 32 bits
+    kWhole,     // as it stands
+    kNonZero,   // any answer but 0
+    kExactlyOne // the answer 1 alone
 };
 
 struct Row {
@@ -51,50 +51,50 @@ const std::vector<Row>& rows() {
     using X = AudioEffectX;
     static const std::vector<Row> all = {
         // clang-format off
-        {"setParameterAutomated", [](X& e) { e.setParameterAutomated(3, 0.5f); return 0; }, 0, 3, 0, 0, 0.5f, Answer::None, 0},
-        {"getCurrentUniqueId", [](X& e) { return e.getCurrentUniqueId(); }, 2, 0, 0, 0, 0.0f, Answer::Narrow, 0},
-        {"masterIdle", [](X& e) { e.masterIdle(); return 0; }, 3, 0, 0, 0, 0.0f, Answer::None, 0},
-        {"wantEvents", [](X& e) { e.wantEvents(-7); return 0; }, 6, 0, -7, 0, 0.0f, Answer::None, 0},
-        {"getTimeInfo", [](X& e) { return number(e.getTimeInfo(-7)); }, 7, 0, -7, 0, 0.0f, Answer::Whole, 0},
-        {"sendVstEventsToHost", [](X& e) { return VstIntPtr{e.sendVstEventsToHost(at<VstEvents>(99))}; }, 8, 0, 0, 99, 0.0f, Answer::ExactlyOne, 0},
-        {"tempoAt", [](X& e) { return e.tempoAt(-7); }, 10, 0, -7, 0, 0.0f, Answer::Narrow, 0},
-        {"getNumAutomatableParameters", [](X& e) { return e.getNumAutomatableParameters(); }, 11, 0, 0, 0, 0.0f, Answer::Narrow, 0},
-        {"getParameterQuantization", [](X& e) { return e.getParameterQuantization(); }, 12, 0, 0, 0, 0.0f, Answer::Narrow, 0},
-        {"ioChanged", [](X& e) { return e.ioChanged(); }, 13, 0, 0, 0, 0.0f, Answer::NonZero, 0},
-        {"needIdle", [](X& e) { return e.needIdle(); }, 14, 0, 0, 0, 0.0f, Answer::NonZero, 0},
-        {"sizeWindow", [](X& e) { return e.sizeWindow(344, -400); }, 15, 344, -400, 0, 0.0f, Answer::NonZero, 0},
-        {"getInputLatency", [](X& e) { return e.getInputLatency(); }, 18, 0, 0, 0, 0.0f, Answer::Narrow, 0},
-        {"getOutputLatency", [](X& e) { return e.getOutputLatency(); }, 19, 0, 0, 0, 0.0f, Answer::Narrow, 0},
-        {"getPreviousPlug", [](X& e) { return number(e.getPreviousPlug(0)); }, 20, 0, 0, 0, 0.0f, Answer::Whole, 0},
-        {"getPreviousPlug of pin 3", [](X& e) { return number(e.getPreviousPlug(3)); }, 20, 0, 0, 0, 0.0f, Answer::Whole, 0},
-        {"getNextPlug", [](X& e) { return number(e.getNextPlug(3)); }, 21, 0, 0, 0, 0.0f, Answer::Whole, 0},
-        {"willProcessReplacing", [](X& e) { return e.willProcessReplacing(); }, 22, 0, 0, 0, 0.0f, Answer::Narrow, 0},
-        {"getCurrentProcessLevel", [](X& e) { return e.getCurrentProcessLevel(); }, 23, 0, 0, 0, 0.0f, Answer::Narrow, 0},
-        {"getAutomationState", [](X& e) { return e.getAutomationState(); }, 24, 0, 0, 0, 0.0f, Answer::Narrow, 0},
-        {"offlineStart", [](X& e) { return e.offlineStart(at<VstAudioFile>(99), 4, 5); }, 25, 5, 4, 99, 0.0f, Answer::NonZero, 0},
-        {"offlineRead of the source", [](X& e) { return e.offlineRead(at<VstOfflineTask>(99), 4, true); }, 26, 1, 4, 99, 0.0f, Answer::NonZero, 0},
-        {"offlineRead", [](X& e) { return e.offlineRead(at<VstOfflineTask>(99), -4, false); }, 26, 0, -4, 99, 0.0f, Answer::NonZero, 0},
-        {"offlineWrite", [](X& e) { return e.offlineWrite(at<VstOfflineTask>(99), 4); }, 27, 0, 4, 99, 0.0f, Answer::NonZero, 0},
-        {"offlineGetCurrentPass", [](X& e) { return e.offlineGetCurrentPass(); }, 28, 0, 0, 0, 0.0f, Answer::NonZero, 0},
-        {"offlineGetCurrentMetaPass", [](X& e) { return e.offlineGetCurrentMetaPass(); }, 29, 0, 0, 0, 0.0f, Answer::NonZero, 0},
-        {"setOutputSamplerate", [](X& e) { e.setOutputSamplerate(48000.5f); return 0; }, 30, 0, 0, 0, 48000.5f, Answer::None, 0},
-        {"getOutputSpeakerArrangement", [](X& e) { return number(e.getOutputSpeakerArrangement()); }, 31, 0, 0, 0, 0.0f, Answer::Whole, 0},
-        {"getHostVendorString", [](X& e) { return e.getHostVendorString(at<char>(99)); }, 32, 0, 0, 99, 0.0f, Answer::NonZero, 0},
-        {"getHostProductString", [](X& e) { return e.getHostProductString(at<char>(99)); }, 33, 0, 0, 99, 0.0f, Answer::NonZero, 0},
-        {"getHostVendorVersion", [](X& e) { return e.getHostVendorVersion(); }, 34, 0, 0, 0, 0.0f, Answer::Narrow, 0},
-        {"hostVendorSpecific", [](X& e) { return e.hostVendorSpecific(-4, kWide, at<void>(99), 0.25f); }, 35, -4, kWide, 99, 0.25f, Answer::Whole, 0},
-        {"canHostDo", [](X& e) { return e.canHostDo(at<char>(99)); }, 37, 0, 0, 99, 0.0f, Answer::NonZero, 0},
-        {"getHostLanguage", [](X& e) { return e.getHostLanguage(); }, 38, 0, 0, 0, 0.0f, Answer::Narrow, 0},
-        {"openWindow", [](X& e) { return number(e.openWindow(at<VstWindow>(99))); }, 39, 0, 0, 99, 0.0f, Answer::Whole, 0},
-        {"closeWindow", [](X& e) { return e.closeWindow(at<VstWindow>(99)); }, 40, 0, 0, 99, 0.0f, Answer::NonZero, 0},
-        {"getDirectory", [](X& e) { return number(e.getDirectory()); }, 41, 0, 0, 0, 0.0f, Answer::Whole, 0},
-        {"updateDisplay", [](X& e) { return e.updateDisplay(); }, 42, 0, 0, 0, 0.0f, Answer::NonZero, 0},
-        {"beginEdit", [](X& e) { return e.beginEdit(-3); }, 43, -3, 0, 0, 0.0f, Answer::NonZero, 0},
-        {"endEdit", [](X& e) { return e.endEdit(-3); }, 44, -3, 0, 0, 0.0f, Answer::NonZero, 0},
-        {"openFileSelector", [](X& e) { return e.openFileSelector(at<VstFileSelect>(99)); }, 45, 0, 0, 99, 0.0f, Answer::NonZero, 0},
-        {"closeFileSelector", [](X& e) { return e.closeFileSelector(at<VstFileSelect>(99)); }, 46, 0, 0, 99, 0.0f, Answer::NonZero, 0},
-        {"getChunkFile", [](X& e) { return e.getChunkFile(at<void>(99)); }, 48, 0, 0, 99, 0.0f, Answer::NonZero, 0},
-        {"getInputSpeakerArrangement", [](X& e) { return number(e.getInputSpeakerArrangement()); }, 49, 0, 0, 0, 0.0f, Answer::Whole, 0},
+        {"setParameterAutomated", [](X& e) { e.setParameterAutomated(3, 0.5f); return 0; }, 0, 3, 0, 0, 0.5f, Answer::kNone, 0},
+        {"getCurrentUniqueId", [](X& e) { return e.getCurrentUniqueId(); }, 2, 0, 0, 0, 0.0f, Answer::kNarrow, 0},
+        {"masterIdle", [](X& e) { e.masterIdle(); return 0; }, 3, 0, 0, 0, 0.0f, Answer::kNone, 0},
+        {"wantEvents", [](X& e) { e.wantEvents(-7); return 0; }, 6, 0, -7, 0, 0.0f, Answer::kNone, 0},
+        {"getTimeInfo", [](X& e) { return number(e.getTimeInfo(-7)); }, 7, 0, -7, 0, 0.0f, Answer::kWhole, 0},
+        {"sendVstEventsToHost", [](X& e) { return VstIntPtr{e.sendVstEventsToHost(at<VstEvents>(99))}; }, 8, 0, 0, 99, 0.0f, Answer::kExactlyOne, 0},
+        {"tempoAt", [](X& e) { return e.tempoAt(-7); }, 10, 0, -7, 0, 0.0f, Answer::kNarrow, 0},
+        {"getNumAutomatableParameters", [](X& e) { return e.getNumAutomatableParameters(); }, 11, 0, 0, 0, 0.0f, Answer::kNarrow, 0},
+        {"getParameterQuantization", [](X& e) { return e.getParameterQuantization(); }, 12, 0, 0, 0, 0.0f, Answer::kNarrow, 0},
+        {"ioChanged", [](X& e) { return e.ioChanged(); }, 13, 0, 0, 0, 0.0f, Answer::kNonZero, 0},
+        {"needIdle", [](X& e) { return e.needIdle(); }, 14, 0, 0, 0, 0.0f, Answer::kNonZero, 0},
+        {"sizeWindow", [](X& e) { return e.sizeWindow(344, -400); }, 15, 344, -400, 0, 0.0f, Answer::kNonZero, 0},
+        {"getInputLatency", [](X& e) { return e.getInputLatency(); }, 18, 0, 0, 0, 0.0f, Answer::kNarrow, 0},
+        {"getOutputLatency", [](X& e) { return e.getOutputLatency(); }, 19, 0, 0, 0, 0.0f, Answer::kNarrow, 0},
+        {"getPreviousPlug", [](X& e) { return number(e.getPreviousPlug(0)); }, 20, 0, 0, 0, 0.0f, Answer::kWhole, 0},
+        {"getPreviousPlug of pin 3", [](X& e) { return number(e.getPreviousPlug(3)); }, 20, 0, 0, 0, 0.0f, Answer::kWhole, 0},
+        {"getNextPlug", [](X& e) { return number(e.getNextPlug(3)); }, 21, 0, 0, 0, 0.0f, Answer::kWhole, 0},
+        {"willProcessReplacing", [](X& e) { return e.willProcessReplacing(); }, 22, 0, 0, 0, 0.0f, Answer::kNarrow, 0},
+        {"getCurrentProcessLevel", [](X& e) { return e.getCurrentProcessLevel(); }, 23, 0, 0, 0, 0.0f, Answer::kNarrow, 0},
+        {"getAutomationState", [](X& e) { return e.getAutomationState(); }, 24, 0, 0, 0, 0.0f, Answer::kNarrow, 0},
+        {"offlineStart", [](X& e) { return e.offlineStart(at<VstAudioFile>(99), 4, 5); }, 25, 5, 4, 99, 0.0f, Answer::kNonZero, 0},
+        {"offlineRead of the source", [](X& e) { return e.offlineRead(at<VstOfflineTask>(99), 4, true); }, 26, 1, 4, 99, 0.0f, Answer::kNonZero, 0},
+        {"offlineRead", [](X& e) { return e.offlineRead(at<VstOfflineTask>(99), -4, false); }, 26, 0, -4, 99, 0.0f, Answer::kNonZero, 0},
+        {"offlineWrite", [](X& e) { return e.offlineWrite(at<VstOfflineTask>(99), 4); }, 27, 0, 4, 99, 0.0f, Answer::kNonZero, 0},
+        {"offlineGetCurrentPass", [](X& e) { return e.offlineGetCurrentPass(); }, 28, 0, 0, 0, 0.0f, Answer::kNonZero, 0},
+        {"offlineGetCurrentMetaPass", [](X& e) { return e.offlineGetCurrentMetaPass(); }, 29, 0, 0, 0, 0.0f, Answer::kNonZero, 0},
+        {"setOutputSamplerate", [](X& e) { e.setOutputSamplerate(48000.5f); return 0; }, 30, 0, 0, 0, 48000.5f, Answer::kNone, 0},
+        {"getOutputSpeakerArrangement", [](X& e) { return number(e.getOutputSpeakerArrangement()); }, 31, 0, 0, 0, 0.0f, Answer::kWhole, 0},
+        {"getHostVendorString", [](X& e) { return e.getHostVendorString(at<char>(99)); }, 32, 0, 0, 99, 0.0f, Answer::kNonZero, 0},
+        {"getHostProductString", [](X& e) { return e.getHostProductString(at<char>(99)); }, 33, 0, 0, 99, 0.0f, Answer::kNonZero, 0},
+        {"getHostVendorVersion", [](X& e) { return e.getHostVendorVersion(); }, 34, 0, 0, 0, 0.0f, Answer::kNarrow, 0},
+        {"hostVendorSpecific", [](X& e) { return e.hostVendorSpecific(-4, kWide, at<void>(99), 0.25f); }, 35, -4, kWide, 99, 0.25f, Answer::kWhole, 0},
+        {"canHostDo", [](X& e) { return e.canHostDo(at<char>(99)); }, 37, 0, 0, 99, 0.0f, Answer::kNonZero, 0},
+        {"getHostLanguage", [](X& e) { return e.getHostLanguage(); }, 38, 0, 0, 0, 0.0f, Answer::kNarrow, 0},
+        {"openWindow", [](X& e) { return number(e.openWindow(at<VstWindow>(99))); }, 39, 0, 0, 99, 0.0f, Answer::kWhole, 0},
+        {"closeWindow", [](X& e) { return e.closeWindow(at<VstWindow>(99)); }, 40, 0, 0, 99, 0.0f, Answer::kNonZero, 0},
+        {"getDirectory", [](X& e) { return number(e.getDirectory()); }, 41, 0, 0, 0, 0.0f, Answer::kWhole, 0},
+        {"updateDisplay", [](X& e) { return e.updateDisplay(); }, 42, 0, 0, 0, 0.0f, Answer::kNonZero, 0},
+        {"beginEdit", [](X& e) { return e.beginEdit(-3); }, 43, -3, 0, 0, 0.0f, Answer::kNonZero, 0},
+        {"endEdit", [](X& e) { return e.endEdit(-3); }, 44, -3, 0, 0, 0.0f, Answer::kNonZero, 0},
+        {"openFileSelector", [](X& e) { return e.openFileSelector(at<VstFileSelect>(99)); }, 45, 0, 0, 99, 0.0f, Answer::kNonZero, 0},
+        {"closeFileSelector", [](X& e) { return e.closeFileSelector(at<VstFileSelect>(99)); }, 46, 0, 0, 99, 0.0f, Answer::kNonZero, 0},
+        {"getChunkFile", [](X& e) { return e.getChunkFile(at<void>(99)); }, 48, 0, 0, 99, 0.0f, Answer::kNonZero, 0},
+        {"getInputSpeakerArrangement", [](X& e) { return number(e.getInputSpeakerArrangement()); }, 49, 0, 0, 0, 0.0f, Answer::kWhole, 0},
         // clang-format on
     };
     return all;
@@ -102,15 +102,15 @@ const std::vector<Row>& rows() {
 
 VstIntPtr resultOf(Answer kind, VstIntPtr answer) {
     switch (kind) {
-    case Answer::None:
+    case Answer::kNone:
         return 0;
-    case Answer::Narrow:
+    case Answer::kNarrow:
         return static_cast<VstInt32>(answer);
-    case Answer::Whole:
+    case Answer::kWhole:
         return answer;
-    case Answer::NonZero:
+    case Answer::kNonZero:
         return answer != 0 ? 1 : 0;
-    case Answer::ExactlyOne:
+    case Answer::kExactlyOne:
         return answer == 1 ? 1 : 0;
     }
     return 0;

@@ -33,7 +33,7 @@ void tailAsTold(CheckRun& run) {
     const int end = kSoundFrames + std::max(effect.record().initialDelay, 0) + tail + kGrace;
     Sound input = noise(run, effect.inputCount(), kSoundFrames, 0.25f);
     for (std::vector<float>& channel : input) {
-        channel.resize(static_cast<std::size_t>(end + kListen));
+        channel.resize(static_cast<std::size_t>(end) + kListen);
     }
     const Sound output = effect.render(input, kBlock);
     const float loud = peak(output, 0, kSoundFrames);

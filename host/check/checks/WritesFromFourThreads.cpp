@@ -23,6 +23,7 @@ void writesFromFourThreads(CheckRun& run) {
     effect.start(kRate, kBlock);
     std::atomic<bool> stopped{false};
     std::vector<std::thread> writers;
+    writers.reserve(kThreads);
     for (int i = 0; i < kThreads; ++i) {
         writers.emplace_back([&, seed = run.random()()] {
             std::minstd_rand random(static_cast<std::uint_fast32_t>(seed));

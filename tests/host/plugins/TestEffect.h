@@ -79,13 +79,8 @@ private:
     static TestEffect* of(AEffect* effect) { return static_cast<TestEffect*>(effect->object); }
 };
 
-template <typename Effect>
-AEffect* newRecord(audioMasterCallback host) {
-    return &(new Effect(host))->record;
-}
-
 #define EXPORT_EFFECT(Effect)                                                                      \
     extern "C" __attribute__((visibility("default"))) AEffect* VSTPluginMain(                      \
         audioMasterCallback host) {                                                                \
-        return newRecord<Effect>(host);                                                            \
+        return &(new Effect(host))->record;                                                        \
     }
