@@ -245,7 +245,8 @@ void EffectInstance::followIoChange() {
 
 // The length doesn't depend on the block size, or what is rendered would.
 void EffectInstance::processSilence(int blockSize) {
-    const std::size_t width = static_cast<std::size_t>(inputCount() + outputCount());
+    const auto width =
+        static_cast<std::size_t>(inputCount()) + static_cast<std::size_t>(outputCount());
     const int longest = std::min(blockSize, kSilentFrames);
     std::vector<std::vector<float>> buffers(width,
                                             std::vector<float>(static_cast<std::size_t>(longest)));

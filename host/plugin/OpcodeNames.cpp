@@ -138,9 +138,9 @@ constexpr const char* kHostOpcodes[] = {"audioMasterAutomate",
                                         "audioMasterGetChunkFile",
                                         "audioMasterGetInputSpeakerArrangement"};
 
-template <std::size_t size>
-std::string nameIn(const char* const (&names)[size], VstInt32 opcode) {
-    const bool known = opcode >= 0 && opcode < static_cast<VstInt32>(size);
+template <std::size_t kSize>
+std::string nameIn(const char* const (&names)[kSize], VstInt32 opcode) {
+    const bool known = opcode >= 0 && opcode < static_cast<VstInt32>(kSize);
     return known && *names[opcode] ? names[opcode] : "opcode " + std::to_string(opcode);
 }
 

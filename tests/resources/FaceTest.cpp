@@ -18,13 +18,13 @@ constexpr double kMarkRadius = 26.0;
 
 class Face : public testing::Test {
 protected:
-    static void SetUpTestSuite() { background_ = Picture::load(picturePath("delaybackground")); }
+    static void SetUpTestSuite() { background = Picture::load(picturePath("delaybackground")); }
 
     // The plain enamel, taken above a knob where nothing is printed.
-    static Pixel enamel() { return background_.atPoint(84.0, 226.0 + 33.0); }
+    static Pixel enamel() { return background.atPoint(84.0, 226.0 + 33.0); }
 
     static double contrastAt(double x, double y) {
-        return contrast(background_.atPoint(x, y), enamel());
+        return contrast(background.atPoint(x, y), enamel());
     }
 
     struct Ink {
@@ -37,12 +37,12 @@ protected:
     // Lettering within a box, in points.
     static Ink lettering(double left, double bottom, double right, double top) {
         Ink ink;
-        for (int row = 0; row < background_.height(); ++row) {
-            for (int column = 0; column < background_.width(); ++column) {
-                const double x = background_.pointX(column);
-                const double y = background_.pointY(row);
+        for (int row = 0; row < background.height(); ++row) {
+            for (int column = 0; column < background.width(); ++column) {
+                const double x = background.pointX(column);
+                const double y = background.pointY(row);
                 if (x > left && x < right && y > bottom && y < top &&
-                    contrast(background_.at(column, row), enamel()) >= kTextContrast) {
+                    contrast(background.at(column, row), enamel()) >= kTextContrast) {
                     ++ink.pixels;
                     ink.left = std::min(ink.left, x);
                     ink.right = std::max(ink.right, x);
@@ -52,7 +52,7 @@ protected:
         return ink;
     }
 
-    static inline Picture background_;
+    static inline Picture background;
 };
 
 } // namespace
@@ -82,7 +82,7 @@ TEST_F(Face, EverySwitchHasALegibleLabelForEachState) {
 TEST_F(Face, NameStandsInTheTitleZone) {
     const Ink name = lettering(100.0, 334.0, 250.0, 380.0);
     EXPECT_GT(name.pixels, 1000);
-    EXPECT_GT(contrast(background_.atPoint(172.0, 392.0), Pixel{242, 240, 237, 255}), 4.5);
+    EXPECT_GT(contrast(background.atPoint(172.0, 392.0), Pixel{242, 240, 237, 255}), 4.5);
 }
 
 TEST_F(Face, ScaleMarksRunFromLowerLeftOverTheTopToLowerRight) {
@@ -109,14 +109,14 @@ TEST_F(Face, NothingIsClippedAtTheEdges) {
     constexpr double kMargin = 4.0;
     // The ridges alone run out at the sides.
     constexpr double kRidgesFrom = 265.0;
-    for (int row = 0; row < background_.height(); ++row) {
-        for (int column = 0; column < background_.width(); ++column) {
-            const double x = background_.pointX(column);
-            const double y = background_.pointY(row);
+    for (int row = 0; row < background.height(); ++row) {
+        for (int column = 0; column < background.width(); ++column) {
+            const double x = background.pointX(column);
+            const double y = background.pointY(row);
             const bool side = y < kRidgesFrom && (x < kMargin || x > kFaceWidth - kMargin);
             const bool end = y < kMargin || y > kFaceHeight - kMargin;
             if (side || end) {
-                ASSERT_LT(contrast(background_.at(column, row), enamel()), kMarkContrast)
+                ASSERT_LT(contrast(background.at(column, row), enamel()), kMarkContrast)
                     << "at " << x << ", " << y;
             }
         }
@@ -125,14 +125,14 @@ TEST_F(Face, NothingIsClippedAtTheEdges) {
 
 TEST_F(Face, KnobsAndSwitchesDontCoverLettering) {
     const auto expectPlain = [](const ControlPlace& place, double radius) {
-        for (int row = 0; row < background_.height(); ++row) {
-            for (int column = 0; column < background_.width(); ++column) {
-                const double x = background_.pointX(column) - place.centreX();
-                const double y = background_.pointY(row) - place.centreY();
+        for (int row = 0; row < background.height(); ++row) {
+            for (int column = 0; column < background.width(); ++column) {
+                const double x = background.pointX(column) - place.centreX();
+                const double y = background.pointY(row) - place.centreY();
                 const bool within =
                     std::abs(x) < place.width / 2.0 && std::abs(y) < place.height / 2.0;
                 if (within && std::hypot(x, y) < radius) {
-                    ASSERT_LT(contrast(background_.at(column, row), enamel()), 2.0)
+                    ASSERT_LT(contrast(background.at(column, row), enamel()), 2.0)
                         << place.name << " at " << x << ", " << y;
                 }
             }

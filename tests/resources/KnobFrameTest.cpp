@@ -29,17 +29,18 @@ class KnobFrames : public testing::Test {
 protected:
     static void SetUpTestSuite() {
         for (int frame = 0; frame < kKnobFrames; ++frame) {
-            frames_.push_back(Picture::load(picturePath(knobFrameName(frame))));
+            frames.push_back(Picture::load(picturePath(knobFrameName(frame))));
         }
-        background_ = Picture::load(picturePath("delaybackground"));
+        background = Picture::load(picturePath("delaybackground"));
     }
 
-    static void TearDownTestSuite() { frames_.clear(); }
+    static void TearDownTestSuite() { frames.clear(); }
 
     // The luminance that a pixel has in most frames: the cap as it looks without the pointer.
     static double usualLuminance(int column, int row) {
         std::vector<double> values;
-        for (const Picture& frame : frames_) {
+        values.reserve(frames.size());
+        for (const Picture& frame : frames) {
             values.push_back(luminance(frame.at(column, row)));
         }
         std::nth_element(values.begin(), values.begin() + kKnobFrames / 2, values.end());
@@ -49,11 +50,11 @@ protected:
     static const Pixel& ground(const ControlPlace& place, int column, int row) {
         const int left = Picture::kPixelsPerPoint * place.left;
         const int top = Picture::kPixelsPerPoint * (kFaceHeight - place.bottom - place.height);
-        return background_.at(left + column, top + row);
+        return background.at(left + column, top + row);
     }
 
-    static inline std::vector<Picture> frames_;
-    static inline Picture background_;
+    static inline std::vector<Picture> frames;
+    static inline Picture background;
 };
 
 template <typename Visit>
@@ -86,7 +87,7 @@ TEST_F(KnobFrames, PointerStandsAtTheAngleOfItsFrame) {
             }
             const double darkening =
                 plain[static_cast<std::size_t>(row * kPixels + column)] -
-                luminance(frames_[static_cast<std::size_t>(frame)].at(column, row));
+                luminance(frames[static_cast<std::size_t>(frame)].at(column, row));
             if (darkening > 0.1) {
                 sumX += darkening * x;
                 sumY += darkening * y;
@@ -104,7 +105,7 @@ TEST_F(KnobFrames, PointerContrastsWithTheCap) {
     for (int frame = 0; frame < kKnobFrames; ++frame) {
         const double angle = frameAngle(frame) * kPi / 180.0;
         const auto at = [&](double radius, double turn) {
-            return frames_[static_cast<std::size_t>(frame)].atPoint(
+            return frames[static_cast<std::size_t>(frame)].atPoint(
                 kKnobSize / 2.0 + radius * std::cos(angle + turn),
                 kKnobSize / 2.0 + radius * std::sin(angle + turn));
         };
@@ -128,7 +129,7 @@ TEST_F(KnobFrames, CarryTheGroundAroundTheKnobUnchanged) {
             int different = 0;
             forEachPixel([&](int column, int row, double x, double y) {
                 if (std::hypot(x, y) > kKnobRadius &&
-                    !(frames_[static_cast<std::size_t>(frame)].at(column, row) ==
+                    !(frames[static_cast<std::size_t>(frame)].at(column, row) ==
                       ground(place, column, row))) {
                     ++different;
                 }
@@ -153,7 +154,7 @@ TEST_F(KnobFrames, LightStaysAboveWhileTheKnobTurns) {
         return sum / count;
     };
     for (int frame = 0; frame < kKnobFrames; ++frame) {
-        const Picture& picture = frames_[static_cast<std::size_t>(frame)];
+        const Picture& picture = frames[static_cast<std::size_t>(frame)];
         EXPECT_GT(meanOfGrip(picture, 90.0), 1.5 * meanOfGrip(picture, 270.0)) << frame;
     }
 }
@@ -164,7 +165,7 @@ TEST_F(KnobFrames, EachDiffersFromTheOneBefore) {
         forEachPixel([&](int column, int row, double, double) {
             const auto index = static_cast<std::size_t>(frame);
             different +=
-                difference(frames_[index].at(column, row), frames_[index - 1].at(column, row)) > 16
+                difference(frames[index].at(column, row), frames[index - 1].at(column, row)) > 16
                     ? 1
                     : 0;
         });

@@ -20,25 +20,25 @@ protected:
     int run(const std::string& script, const std::string& arguments) {
         const ProcessResult result = runShell(
             "'" TVDELAY_PYTHON "' '" TVDELAY_RESOURCES_DIR "/art/" + script + "' " + arguments);
-        errors_ = result.err;
+        errors = result.err;
         return result.status;
     }
 
     void expectOneLineOfComplaint() const {
-        EXPECT_EQ(std::count(errors_.begin(), errors_.end(), '\n'), 1) << errors_;
-        EXPECT_EQ(errors_.find("Traceback"), std::string::npos) << errors_;
+        EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 1) << errors;
+        EXPECT_EQ(errors.find("Traceback"), std::string::npos) << errors;
     }
 
-    std::string quoted(const std::string& name) const { return "'" + folder_.file(name) + "'"; }
+    std::string quoted(const std::string& name) const { return "'" + folder.file(name) + "'"; }
 
-    TemporaryFolder folder_;
-    std::string errors_;
+    TemporaryFolder folder;
+    std::string errors;
 };
 
 } // namespace
 
 TEST_F(PictureScripts, DrawThePicturesThatStandInTheFolder) {
-    ASSERT_EQ(run("make_pictures.py", quoted("")), 0) << errors_;
+    ASSERT_EQ(run("make_pictures.py", quoted("")), 0) << errors;
     int pictures = 0;
     for (const auto& entry : fs::directory_iterator(TVDELAY_RESOURCES_DIR)) {
         if (entry.path().extension() != ".png") {
@@ -47,7 +47,7 @@ TEST_F(PictureScripts, DrawThePicturesThatStandInTheFolder) {
         ++pictures;
         const std::string name = entry.path().filename().string();
         const Picture kept = Picture::load(entry.path().string());
-        const Picture drawn = Picture::load(folder_.file(name));
+        const Picture drawn = Picture::load(folder.file(name));
         ASSERT_EQ(kept.width(), drawn.width()) << name;
         ASSERT_EQ(kept.height(), drawn.height()) << name;
         // Releases of the font renderer may differ in how they round an edge.
@@ -60,28 +60,28 @@ TEST_F(PictureScripts, DrawThePicturesThatStandInTheFolder) {
         EXPECT_LE(different, kept.width() * kept.height() / 1000) << name;
     }
     const auto made =
-        std::distance(fs::directory_iterator(folder_.path()), fs::directory_iterator());
+        std::distance(fs::directory_iterator(folder.path()), fs::directory_iterator());
     EXPECT_EQ(made, pictures);
 }
 
 TEST_F(PictureScripts, RefuseAFolderThatIsNotThere) {
     EXPECT_EQ(run("make_pictures.py", quoted("missing")), 2);
     expectOneLineOfComplaint();
-    EXPECT_TRUE(fs::is_empty(folder_.path()));
+    EXPECT_TRUE(fs::is_empty(folder.path()));
 }
 
 TEST_F(PictureScripts, RefuseASecondFolder) {
     EXPECT_EQ(run("make_pictures.py", quoted("") + " " + quoted("")), 2);
     expectOneLineOfComplaint();
-    EXPECT_TRUE(fs::is_empty(folder_.path()));
+    EXPECT_TRUE(fs::is_empty(folder.path()));
 }
 
 TEST_F(PictureScripts, ComposeTheEditorFromTheFramesOfItsValues) {
     ASSERT_EQ(
         run("compose_editor.py", quoted("editor.png") + " --values 0,0.03,0.04,0.5,1,0,0.99,1,0.5"),
         0)
-        << errors_;
-    const Picture editor = Picture::load(folder_.file("editor.png"));
+        << errors;
+    const Picture editor = Picture::load(folder.file("editor.png"));
     ASSERT_EQ(editor.width(), 2 * kFaceWidth);
     ASSERT_EQ(editor.height(), 2 * kFaceHeight);
     const struct {
@@ -111,8 +111,8 @@ TEST_F(PictureScripts, ComposeTheEditorFromTheFramesOfItsValues) {
 }
 
 TEST_F(PictureScripts, ComposeAtOnePixelAPoint) {
-    ASSERT_EQ(run("compose_editor.py", quoted("editor.png") + " --scale 1"), 0) << errors_;
-    const Picture editor = Picture::load(folder_.file("editor.png"));
+    ASSERT_EQ(run("compose_editor.py", quoted("editor.png") + " --scale 1"), 0) << errors;
+    const Picture editor = Picture::load(folder.file("editor.png"));
     EXPECT_EQ(editor.width(), kFaceWidth);
     EXPECT_EQ(editor.height(), kFaceHeight);
     EXPECT_EQ(editor.pixelsPerMetre(), 2835U);
@@ -127,6 +127,6 @@ TEST_F(PictureScripts, ComposingRefusesBadArgumentsAndWritesNothing) {
           quoted("editor.png") + " --pictures " + quoted("missing")}) {
         EXPECT_EQ(run("compose_editor.py", arguments), 2) << arguments;
         expectOneLineOfComplaint();
-        EXPECT_TRUE(fs::is_empty(folder_.path())) << arguments;
+        EXPECT_TRUE(fs::is_empty(folder.path())) << arguments;
     }
 }

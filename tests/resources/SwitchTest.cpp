@@ -20,20 +20,20 @@ double meanLuminance(const Picture& picture, int firstRow, int lastRow) {
 
 class Switches : public testing::Test {
 protected:
-    const Picture off_ = Picture::load(picturePath("switchoff"));
-    const Picture on_ = Picture::load(picturePath("switchon"));
+    const Picture off = Picture::load(picturePath("switchoff"));
+    const Picture on = Picture::load(picturePath("switchon"));
 };
 
 } // namespace
 
 TEST_F(Switches, OnStandsUpAndOffStandsDown) {
-    EXPECT_GT(meanLuminance(on_, 4, 13), 4.0 * meanLuminance(on_, 24, 30));
-    EXPECT_GT(meanLuminance(off_, 19, 28), 4.0 * meanLuminance(off_, 3, 9));
+    EXPECT_GT(meanLuminance(on, 4, 13), 4.0 * meanLuminance(on, 24, 30));
+    EXPECT_GT(meanLuminance(off, 19, 28), 4.0 * meanLuminance(off, 3, 9));
 }
 
 TEST_F(Switches, StatesDifferWithoutTheirColour) {
-    EXPECT_GT(meanLuminance(on_, 4, 13), 4.0 * meanLuminance(off_, 4, 9));
-    EXPECT_GT(meanLuminance(on_, 4, 13), 1.4 * meanLuminance(off_, 19, 28));
+    EXPECT_GT(meanLuminance(on, 4, 13), 4.0 * meanLuminance(off, 4, 9));
+    EXPECT_GT(meanLuminance(on, 4, 13), 1.4 * meanLuminance(off, 19, 28));
 }
 
 TEST_F(Switches, OnlyOnIsLit) {
@@ -47,12 +47,12 @@ TEST_F(Switches, OnlyOnIsLit) {
         }
         return count;
     };
-    EXPECT_GT(warmPixels(on_), 150);
-    EXPECT_EQ(warmPixels(off_), 0);
+    EXPECT_GT(warmPixels(on), 150);
+    EXPECT_EQ(warmPixels(off), 0);
 }
 
 TEST_F(Switches, StayClearOfTheirCorners) {
-    for (const Picture* picture : {&off_, &on_}) {
+    for (const Picture* picture : {&off, &on}) {
         for (const int column : {0, picture->width() - 1}) {
             for (const int row : {0, picture->height() - 1}) {
                 EXPECT_EQ(picture->at(column, row).alpha, 0);

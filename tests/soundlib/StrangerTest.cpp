@@ -45,17 +45,17 @@ void expectSuccess(const std::string& program, const std::vector<std::string>& a
 class Stranger : public testing::Test {
 protected:
     void write(const std::string& lists, const std::string& pageOfProgram) {
-        fs::create_directory(folder_.path() / "project");
-        writeFile(folder_.file("project/CMakeLists.txt"), lists);
+        fs::create_directory(folder.path() / "project");
+        writeFile(folder.file("project/CMakeLists.txt"), lists);
         const std::string text = page(pageOfProgram);
-        writeFile(folder_.file("project/echoes.cpp"), fenced(text, "cpp", "int main") + kNarrowing);
+        writeFile(folder.file("project/echoes.cpp"), fenced(text, "cpp", "int main") + kNarrowing);
         const std::size_t end = text.rfind("```");
         const std::size_t start = text.rfind("```\n", end - 1) + 4;
-        expected_ = text.substr(start, end - start);
+        expected = text.substr(start, end - start);
     }
 
     void copySources() {
-        fs::create_directory_symlink(kSources, folder_.path() / "project/tvdelay");
+        fs::create_directory_symlink(kSources, folder.path() / "project/tvdelay");
     }
 
     void install() {
@@ -65,37 +65,37 @@ protected:
         ASSERT_EQ(result.status, 0) << result.err;
     }
 
-    std::string prefix() const { return folder_.file("installed"); }
+    std::string prefix() const { return folder.file("installed"); }
 
     void expectToBuildAndRun(const std::string& compiler, std::vector<std::string> options = {}) {
         const std::vector<std::string> common = {"-S",
-                                                 folder_.file("project"),
+                                                 folder.file("project"),
                                                  "-B",
-                                                 folder_.file("build"),
+                                                 folder.file("build"),
                                                  "-G",
                                                  "Ninja",
                                                  "-DCMAKE_CXX_COMPILER=" + compiler,
                                                  "-DCMAKE_CXX_FLAGS=-Werror"};
         options.insert(options.begin(), common.begin(), common.end());
         expectSuccess("cmake", options);
-        expectSuccess("cmake", {"--build", folder_.file("build")});
+        expectSuccess("cmake", {"--build", folder.file("build")});
         Process::Options here;
-        here.folder = folder_.path();
-        const ProcessResult run = runProcess(folder_.file("build/echoes"), {}, here);
+        here.folder = folder.path();
+        const ProcessResult run = runProcess(folder.file("build/echoes"), {}, here);
         EXPECT_EQ(run.status, 0) << run.err;
-        EXPECT_EQ(run.out, expected_);
+        EXPECT_EQ(run.out, expected);
         expectNothingOfThePlugin();
     }
 
     void expectNothingOfThePlugin() {
-        const std::string cache = readFile(folder_.file("build/CMakeCache.txt"));
+        const std::string cache = readFile(folder.file("build/CMakeCache.txt"));
         for (const char* const package : {"GNUSTEP", "X11", "CAIRO", "SNDFILE", "CLI11", "GTest"}) {
             EXPECT_EQ(cache.find(package), std::string::npos) << package;
         }
     }
 
-    TemporaryFolder folder_;
-    std::string expected_;
+    TemporaryFolder folder;
+    std::string expected;
 };
 
 std::string installedLists() {
@@ -151,7 +151,7 @@ TEST_F(Stranger, InstallsNothingOfOurs) {
     write(copiedLists() + "install(TARGETS echoes)\n", "soundlib-chorus");
     copySources();
     expectToBuildAndRun("g++");
-    expectSuccess("cmake", {"--install", folder_.file("build"), "--prefix", prefix()});
+    expectSuccess("cmake", {"--install", folder.file("build"), "--prefix", prefix()});
     std::vector<std::string> files;
     for (const auto& entry : fs::recursive_directory_iterator(prefix())) {
         if (!entry.is_directory()) {

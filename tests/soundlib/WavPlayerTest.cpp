@@ -154,7 +154,7 @@ TEST_P(WavPlaying, FileCutWhileItPlaysEndsEarly) {
     std::filesystem::resize_file(path, 44 + 4 * 50000 + 3);
     std::vector<float> block(300001);
     float* outputs[] = {block.data(), block.data()};
-    for (int i = 0; player.isPlaying(); ++i) {
+    while (player.isPlaying()) {
         player.render(outputs, 100);
         std::this_thread::yield();
     }
