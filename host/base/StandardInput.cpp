@@ -24,8 +24,10 @@ int takeStandardInput() {
                         "it, or give a file's name");
     }
     const int nowhere = open("/dev/null", O_RDONLY | O_CLOEXEC);
-    dup2(nowhere, STDIN_FILENO);
-    close(nowhere);
+    if (nowhere >= 0) {
+        dup2(nowhere, STDIN_FILENO);
+        close(nowhere);
+    }
     return own;
 }
 

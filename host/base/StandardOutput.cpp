@@ -51,8 +51,10 @@ void keepStandardOutput() {
     kept = own;
     if (dup2(STDERR_FILENO, STDOUT_FILENO) < 0) {
         const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
-        dup2(nowhere, STDOUT_FILENO);
-        close(nowhere);
+        if (nowhere >= 0) {
+            dup2(nowhere, STDOUT_FILENO);
+            close(nowhere);
+        }
     }
 }
 
