@@ -2,10 +2,10 @@
 
 #include "host/base/UserError.h"
 #include "host/measure/EffectMeasurement.h"
+#include "host/measure/ProgramMeasurements.h"
 #include "host/plot/PlotFile.h"
 #include "host/plot/ProgramPage.h"
 #include "host/plot/ProgramSheet.h"
-#include "host/plugin/EffectInstance.h"
 
 #include <string>
 
@@ -51,16 +51,10 @@ void PlotCommand::drawOne() const {
 }
 
 void PlotCommand::drawAll() const {
-    const auto module = options_.load();
-    const EffectInstance effect(module);
-    if (effect.programCount() == 0) {
-        throw UserError(effect.name() + " has no programs; leave out --all");
-    }
-    const ProgramSheet sheet(effect.programCount(), [&](int program) {
-        EffectSettings settings = options_.settings;
-        settings.program = std::to_string(program);
-        return EffectMeasurement(module, settings, longestGap());
-    });
+    const ProgramMeasurements programs([this] { return options_.load(); }, options_.settings,
+                                       longestGap());
+    const ProgramSheet sheet(programs.count(),
+                             [&](const ProgramSheet::Take& take) { programs.each(take); });
     PlotFile file(output_, sheet.width(), sheet.height());
     Canvas canvas = file.canvas();
     sheet.draw(canvas);

@@ -3,9 +3,14 @@
 #include "host/base/NumberText.h"
 #include "host/plugin/EffectInstance.h"
 
+#include <nlohmann/json.hpp>
+
 #include <cmath>
+#include <utility>
 
 namespace tvhost {
+
+using nlohmann::json;
 
 namespace {
 
@@ -43,6 +48,39 @@ EffectMeasurement::EffectMeasurement(const std::shared_ptr<const PluginModule>& 
     for (int i = 0; i < instance.parameterCount(); ++i) {
         texts_.push_back(describe(instance, i));
     }
+    analyse();
+}
+
+EffectMeasurement::EffectMeasurement(const std::string& packed)
+    : EffectMeasurement(json::from_cbor(packed)) {}
+
+EffectMeasurement::EffectMeasurement(const json& unpacked)
+    : impulse_(unpacked.at("response")), effect_(unpacked.at("effect")),
+      vendor_(unpacked.at("vendor")), program_(unpacked.at("program")),
+      programText_(unpacked.at("programText")) {
+    for (const json& parameter : unpacked.at("parameters")) {
+        texts_.push_back({parameter.at(0), parameter.at(1), parameter.at(2)});
+    }
+    analyse();
+}
+
+std::string EffectMeasurement::packed() const {
+    json parameters = json::array();
+    for (const Parameter& parameter : texts_) {
+        parameters.push_back(json::array({parameter.name, parameter.value, parameter.words}));
+    }
+    std::string bytes;
+    json::to_cbor({{"response", impulse_.packed()},
+                   {"effect", effect_},
+                   {"vendor", vendor_},
+                   {"program", program_},
+                   {"programText", programText_},
+                   {"parameters", std::move(parameters)}},
+                  bytes);
+    return bytes;
+}
+
+void EffectMeasurement::analyse() {
     for (int in = 0; in < impulse_.inputs(); ++in) {
         for (int out = 0; out < impulse_.outputs(); ++out) {
             analyses_.emplace_back(impulse_.path(in, out), kSampleRate);

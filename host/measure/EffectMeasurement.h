@@ -34,6 +34,10 @@ public:
                       const EffectSettings& settings,
                       double longestGap = TailGate::kUsualGapSeconds);
 
+    // What another process has measured and packed, in bytes.
+    explicit EffectMeasurement(const std::string& packed);
+    std::string packed() const;
+
     const std::string& effectName() const { return effect_; }
     const std::string& vendorName() const { return vendor_; }
     // -1 and empty for an effect without programs.
@@ -49,6 +53,9 @@ public:
     Path leadingPath() const;
 
 private:
+    explicit EffectMeasurement(const nlohmann::json& unpacked);
+    void analyse();
+
     ImpulseResponse impulse_;
     std::string effect_;
     std::string vendor_;

@@ -5,10 +5,16 @@
 #include "host/plugin/EffectInstance.h"
 #include "host/render/TailGate.h"
 
+#include <nlohmann/json.hpp>
+
 #include <algorithm>
 #include <cmath>
+#include <cstring>
+#include <utility>
 
 namespace tvhost {
+
+using nlohmann::json;
 
 namespace {
 
@@ -33,6 +39,34 @@ ImpulseResponse::ImpulseResponse(const std::shared_ptr<const PluginModule>& modu
     for (std::vector<float>& path : paths_) {
         path.resize(longest);
     }
+}
+
+ImpulseResponse::ImpulseResponse(const json& packed)
+    : rate_(packed.at("rate")), inputCount_(packed.at("inputs")),
+      outputCount_(packed.at("outputs")), allInputs_(packed.at("allInputs")),
+      allOutputs_(packed.at("allOutputs")), latency_(packed.at("latency")) {
+    for (const json& path : packed.at("paths")) {
+        const json::binary_t& bytes = path.get_binary();
+        std::vector<float>& samples = paths_.emplace_back(bytes.size() / sizeof(float));
+        std::memcpy(samples.data(), bytes.data(), bytes.size());
+    }
+}
+
+json ImpulseResponse::packed() const {
+    json paths = json::array();
+    for (const std::vector<float>& path : paths_) {
+        json::binary_t bytes;
+        bytes.resize(path.size() * sizeof(float));
+        std::memcpy(bytes.data(), path.data(), bytes.size());
+        paths.push_back(std::move(bytes));
+    }
+    return {{"rate", rate_},
+            {"inputs", inputCount_},
+            {"outputs", outputCount_},
+            {"allInputs", allInputs_},
+            {"allOutputs", allOutputs_},
+            {"latency", latency_},
+            {"paths", std::move(paths)}};
 }
 
 const std::vector<float>& ImpulseResponse::path(int input, int output) const {

@@ -4,6 +4,8 @@
 #include "host/plugin/PluginModule.h"
 #include "host/presets/EffectSettings.h"
 
+#include <nlohmann/json_fwd.hpp>
+
 #include <cstdint>
 #include <memory>
 #include <vector>
@@ -22,6 +24,10 @@ public:
     // produces NaN or infinity.
     ImpulseResponse(const std::shared_ptr<const PluginModule>& module,
                     const EffectSettings& settings, double sampleRate, double longestGap);
+
+    // What another process has measured and packed.
+    explicit ImpulseResponse(const nlohmann::json& packed);
+    nlohmann::json packed() const;
 
     double sampleRate() const { return rate_; }
     // How many were measured, of all that the effect has.
@@ -52,7 +58,7 @@ private:
     int outputCount_ = 1;
     int allInputs_ = 1;
     int allOutputs_ = 1;
-    double longestGap_;
+    double longestGap_ = 0.0;
     std::int64_t latency_ = 0;
     std::vector<std::vector<float>> paths_; // by input, then output
 };

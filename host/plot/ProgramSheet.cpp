@@ -32,19 +32,18 @@ constexpr int kFewestColumns = 4;
 
 } // namespace
 
-ProgramSheet::ProgramSheet(int programs, Measure measure)
-    : programs_(programs), measure_(std::move(measure)) {
+ProgramSheet::ProgramSheet(int programs, MeasureAll measureAll)
+    : programs_(programs), measureAll_(std::move(measureAll)) {
     // About as wide as high when there are many, never wider than there is to show.
     const int square = static_cast<int>(
         std::ceil(std::sqrt(programs_ * (kCellHeight + kRowGap) / (kCellWidth + kColumnGap))));
     columns_ = std::min(std::max(square, kFewestColumns), programs_);
     rows_ = (programs_ + columns_ - 1) / columns_;
-    for (int program = 0; program < programs_; ++program) {
-        const EffectMeasurement measurement = measure_(program);
+    measureAll_([this](int, const EffectMeasurement& measurement) {
         seconds_ = std::max(seconds_, secondsToShow(measurement, kFloor, 1000));
         highestLevel_ = std::max(highestLevel_, levelAbove(measurement));
         highestGain_ = std::max(highestGain_, ResponsePanel(measurement, {0, 0, 1, 1}).peak());
-    }
+    });
     seconds_ = std::min(seconds_, kLongestShown);
     highestGain_ = std::ceil(highestGain_ / 10.0) * 10.0;
 }
@@ -135,8 +134,7 @@ void ProgramSheet::drawCell(Canvas& canvas, const EffectMeasurement& measurement
 }
 
 void ProgramSheet::draw(Canvas& canvas) const {
-    for (int program = 0; program < programs_; ++program) {
-        const EffectMeasurement measurement = measure_(program);
+    measureAll_([&](int program, const EffectMeasurement& measurement) {
         if (program == 0) {
             drawHeading(canvas, measurement);
         }
@@ -144,7 +142,7 @@ void ProgramSheet::draw(Canvas& canvas) const {
         const int row = program / columns_;
         drawCell(canvas, measurement, kMargin + column * (kCellWidth + kColumnGap),
                  kMargin + kHeading + row * (kCellHeight + kRowGap));
-    }
+    });
 }
 
 } // namespace tvhost

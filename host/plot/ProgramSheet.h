@@ -11,12 +11,14 @@ namespace tvhost {
 // Small pictures, drawn to the same scale, so that they compare.
 class ProgramSheet {
 public:
-    // Measures a program by its number from 0. Each is measured twice, for the scale and for the
-    // picture, since a large bank's measurements together would fill the memory.
-    using Measure = std::function<EffectMeasurement(int program)>;
+    using Take = std::function<void(int program, const EffectMeasurement& measurement)>;
+    // Measures all programs and hands each on by its number from 0, in their order. That is asked
+    // for twice, for the scale and for the picture, since a large bank's measurements together
+    // would fill the memory.
+    using MeasureAll = std::function<void(const Take& take)>;
 
     // At least one program, all of one effect.
-    ProgramSheet(int programs, Measure measure);
+    ProgramSheet(int programs, MeasureAll measureAll);
 
     double width() const;
     double height() const;
@@ -27,7 +29,7 @@ private:
     void drawCell(Canvas& canvas, const EffectMeasurement& measurement, double x, double y) const;
 
     int programs_;
-    Measure measure_;
+    MeasureAll measureAll_;
     int columns_;
     int rows_;
     double seconds_ = 0.0;

@@ -74,7 +74,7 @@ const std::vector<Layer>& layerTable() {
          "Files go through a plug-in without a window or a picture."},
         {"host/measure",
          {"host/base", "host/plugin", "host/presets", "host/render/TailGate.h"},
-         {"kiss_fftr.h"},
+         {"kiss_fftr.h", "nlohmann"},
          "Numbers first; how they look is decided elsewhere."},
         {"host/play",
          {"host/base", "host/plugin", "host/render/ChannelPlan.h", "host/render/FrameSource.h",

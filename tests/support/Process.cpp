@@ -76,6 +76,14 @@ void closeIfOpen(int descriptor) {
     }
 }
 
+// Where `most` is not negative.
+void setLimit(decltype(RLIMIT_AS) resource, long most) {
+    if (most >= 0) {
+        const rlimit limit{static_cast<rlim_t>(most), static_cast<rlim_t>(most)};
+        setrlimit(resource, &limit);
+    }
+}
+
 } // namespace
 
 std::vector<std::string> ProcessResult::errorLines() const {
@@ -121,11 +129,8 @@ Process::Process(const std::string& program, const std::vector<std::string>& arg
         if (!options.folder.empty() && chdir(options.folder.c_str()) != 0) {
             _exit(126);
         }
-        if (options.largestFile >= 0) {
-            const rlimit limit{static_cast<rlim_t>(options.largestFile),
-                               static_cast<rlim_t>(options.largestFile)};
-            setrlimit(RLIMIT_FSIZE, &limit);
-        }
+        setLimit(RLIMIT_FSIZE, options.largestFile);
+        setLimit(RLIMIT_AS, options.mostMemory);
         execvp(program.c_str(), argv.data());
         _exit(127);
     }

@@ -28,6 +28,7 @@ public:
         std::string log;                      // file for what is said, in place of the result
         bool errorOnTerminal = false;         // standard error is a terminal
         long largestFile = -1;                // bytes that it may write, when not negative
+        long mostMemory = -1;                 // bytes of addresses that it may use, likewise
     };
 
     // `program` is looked up in PATH when it has no slash. The first argument is not its name.

@@ -250,6 +250,46 @@ TEST(EchoPanel, MarksEachEchoInTheColourOfItsInput) {
     }
 }
 
+// What comes from both inputs at once has one label, with both levels.
+TEST(EchoPanel, JoinsTheLabelsOfWhatComesAtOnce) {
+    const EffectMeasurement measurement(loadTestPlugin("Merging"), {});
+    const Rectangle area{50.0, 10.0, 700.0, 160.0};
+    const EchoPanel panel(measurement, 0, area, 1.0, 0.0, -60.0, 30.0);
+    Page page(800, 200);
+    Canvas canvas = page.canvas();
+    panel.draw(canvas, false);
+
+    constexpr double kLabel = 9.0;
+    Page label(800, 200);
+    Canvas pen = label.canvas();
+    const Echo& louder = measurement.echoes(0, 0).echo(0);
+    ASSERT_EQ(measurement.echoes(1, 0).echo(0).frame, louder.frame);
+    const double x = panel.xOf(louder);
+    const double y = panel.yOf(louder);
+    pen.text(x, y - 18.0, "100.0 ms", kLabel, style::kInk, Align::kCentre, Weight::kBold);
+    const std::string levels = "\u22126.0 dB / \u221212.0 dB";
+    pen.text(x, y - 7.5, levels, kLabel, style::kMuted, Align::kCentre);
+
+    const int half = static_cast<int>(pen.textWidth(levels, kLabel) / 2.0) + 6;
+    int dark = 0;
+    int missed = 0;
+    int added = 0;
+    for (int row = static_cast<int>(y) - 28; row < static_cast<int>(y) - 6; ++row) {
+        for (int column = static_cast<int>(x) - half; column < static_cast<int>(x) + half;
+             ++column) {
+            // Edges look different over a line of the grid.
+            const int expected = label.at(column, row).green;
+            const int drawn = page.at(column, row).green;
+            dark += expected < 150 ? 1 : 0;
+            missed += expected < 150 && drawn > 200 ? 1 : 0;
+            added += expected > 200 && drawn < 150 ? 1 : 0;
+        }
+    }
+    EXPECT_GT(dark, 100);
+    EXPECT_LT(missed, dark / 50);
+    EXPECT_LT(added, dark / 50);
+}
+
 TEST(EchoPanel, PlacesTimeAndLevelOnTheirScales) {
     const EffectMeasurement measurement(loadTestPlugin("Delay"), {});
     const EchoPanel panel(measurement, 1, {50.0, 10.0, 700.0, 160.0}, 1.0, 0.0, -60.0, 30.0);
@@ -357,7 +397,11 @@ TEST(ProgramSheet, GrowsWithItsProgramsButKeepsItsShape) {
     EffectMeasurement any(loadTestPlugin("Many"), {});
     double width = 0.0;
     for (int count = 1; count <= 40; ++count) {
-        const ProgramSheet sheet(count, [&](int) { return any; });
+        const ProgramSheet sheet(count, [&](const ProgramSheet::Take& take) {
+            for (int program = 0; program < count; ++program) {
+                take(program, any);
+            }
+        });
         EXPECT_GE(sheet.width(), width) << count;
         width = sheet.width();
         if (count >= 9) {
@@ -388,4 +432,27 @@ TEST(EffectMeasurement, TakesTheFirstTwoOfManyChannels) {
     EXPECT_EQ(surround.response().allInputs(), 6);
     EXPECT_TRUE(surround.echoes(1, 1).hasDirect());
     EXPECT_FALSE(surround.echoes(0, 1).hasDirect());
+}
+
+// 24 programs, three instances for each, twice: that would be 2.3 GB.
+TEST(PlotCommand, LargeBanksTakeNoMoreMemory) {
+    if (*TVDELAY_SANITIZERS != 0) {
+        GTEST_SKIP() << "a sanitizer's own memory can't be counted";
+    }
+    TemporaryFolder folder;
+    Process::Options options;
+    options.mostMemory = 500'000'000;
+    const ProcessResult result = runTvhost(
+        {"plot", folder.file("all.png"), "--plugin", testPlugin("Hoarding"), "--all"}, options);
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(folder.entries(), std::vector<std::string>{"all.png"});
+}
+
+TEST(PlotCommand, SaysWhichProgramCrashes) {
+    TemporaryFolder folder;
+    const ProcessResult result = plot(folder.file("all.png"), "Crashing", {"--all"});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_THAT(result.err, HasSubstr("crashed"));
+    EXPECT_EQ(folder.entries(), std::vector<std::string>{});
 }

@@ -7,7 +7,7 @@ namespace {
 
 class Crashing : public TestEffect {
 public:
-    explicit Crashing(audioMasterCallback master) : TestEffect(master, 2, 2, 0, 0) {}
+    explicit Crashing(audioMasterCallback master) : TestEffect(master, 2, 2, 0, 2) {}
 
 protected:
     void process(float** in, float** out, int frames) override {
