@@ -43,18 +43,14 @@ void SweepPass::Release::operator()(double* memory) const {
 }
 
 void SweepPass::prepare(std::int64_t length) {
-    if (kept_ == nullptr) {
+    const std::int64_t end = std::min(length, DelayFields::kDelayCapacity);
+    if (kept_ == nullptr || end <= prepared_) {
         return;
     }
-    constexpr std::int64_t kPage = 4096 / sizeof(double); // or a part of one
-    const std::int64_t end = std::min(length, DelayFields::kDelayCapacity);
-    auto* const memory = reinterpret_cast<std::int64_t*>(kept_.get());
-    for (std::int64_t position = 0; position < end; position += kPage) {
-        // A write that leaves alone what the audio thread may be writing there.
-        std::int64_t there = __atomic_load_n(memory + position, __ATOMIC_RELAXED);
-        __atomic_compare_exchange_n(memory + position, &there, there, false, __ATOMIC_RELAXED,
-                                    __ATOMIC_RELAXED);
-    }
+    prepared_ = end;
+#ifdef MADV_POPULATE_WRITE // Linux 5.14 and later; elsewhere the first pass waits a little
+    madvise(kept_.get(), sizeof(double) * static_cast<std::size_t>(end), MADV_POPULATE_WRITE);
+#endif
 }
 
 const double* SweepPass::sines(const double* table, std::int64_t position, std::int64_t length,

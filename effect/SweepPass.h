@@ -23,8 +23,8 @@ std::int64_t sineIndexAt(double phase);
 // real. Never throws. For the audio thread, but for one call.
 class SweepPass {
 public:
-    // Makes the memory of passes of `length` real, which the audio thread would else wait for in
-    // its first pass. Any thread; what is kept stays.
+    // Makes the memory of passes of `length` real where the system can, which the audio thread
+    // would else wait for in its first pass. Any thread; what is kept stays.
     void prepare(std::int64_t length);
 
     // The sines of the sub-block of `frames` samples at `position` in a pass of `length`, out of
@@ -44,6 +44,7 @@ private:
     static double* reserve();
 
     std::unique_ptr<double, Release> kept_{reserve()}; // null where there was no memory
+    std::int64_t prepared_ = 0;                        // the longest pass whose memory is real
     std::int64_t length_ = 0;                          // of the passes that it holds for
     std::int64_t firstChunk_ = 0;                      // the chunks that it holds,
     std::int64_t endChunk_ = 0;                        // in a row
