@@ -64,7 +64,7 @@ std::vector<Device> devicesOf(RtAudio& audio) {
                 devices.push_back({id, info});
             }
         } catch (const RtAudioError&) {
-            // One that cannot be asked cannot be played on either.
+            continue; // what cannot be asked cannot be played on either
         }
     }
 #endif

@@ -4,6 +4,7 @@
 #include "host/base/PlainText.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 
 #include <unistd.h>
@@ -25,7 +26,7 @@ std::string clockText(std::int64_t seconds) {
 
 std::string bar(float level) {
     const double share = 1.0 - std::max(decibels(level), kLowest) / kLowest;
-    const int filled = std::clamp(static_cast<int>(share * kBarWidth + 0.5), 0, kBarWidth);
+    const auto filled = std::clamp<long>(std::lround(share * kBarWidth), 0, kBarWidth);
     return "[" + std::string(static_cast<std::size_t>(filled), '#') +
            std::string(static_cast<std::size_t>(kBarWidth - filled), '.') +
            (level > 1.0f ? "!" : "]");
