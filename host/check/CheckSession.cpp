@@ -92,8 +92,12 @@ void CheckSession::run(const std::function<void(const CheckResult&)>& take) {
                 plan_.limit);
             running.push_back(job.process.get());
         }
-        while (taken < begun && jobs[taken].result) {
-            take(*jobs[taken++].result);
+        for (; taken < begun; ++taken) {
+            const auto& result = jobs[taken].result;
+            if (!result) {
+                break;
+            }
+            take(*result);
         }
         if (!running.empty()) {
             wait(running);

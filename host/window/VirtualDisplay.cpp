@@ -50,8 +50,10 @@ std::string readNumber(int descriptor) {
     // Ctrl-C on the terminal is for tvhost, which takes the server with it.
     setpgid(0, 0);
     const int nowhere = open("/dev/null", O_RDWR);
-    for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
-        dup2(nowhere, standard);
+    if (nowhere >= 0) {
+        for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+            dup2(nowhere, standard);
+        }
     }
     execlp("Xvfb", "Xvfb", "-displayfd", descriptor, "-screen", "0", screen, "-nolisten", "tcp",
            "-noreset", static_cast<char*>(nullptr));
