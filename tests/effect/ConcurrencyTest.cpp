@@ -129,11 +129,13 @@ TEST(Concurrency, InstancesOnTheirOwnThreadsDoNotMeet) {
     };
     // Made and ended on this thread: an editor belongs to the host's user-interface thread.
     std::vector<std::unique_ptr<VstXSynth>> effects;
+    effects.reserve(kThreads);
     for (std::size_t number = 0; number < kThreads; ++number) {
         effects.push_back(std::make_unique<VstXSynth>(plainHost));
     }
     std::vector<std::vector<float>> together(kThreads);
     std::vector<std::thread> threads;
+    threads.reserve(kThreads);
     for (std::size_t number = 0; number < kThreads; ++number) {
         threads.emplace_back([&, number] { together[number] = render(*effects[number], number); });
     }

@@ -405,7 +405,7 @@ TEST_F(Parameters, DisplayShowsPlainValuesWithoutAFactorOfAHundred) {
                                  VstInt32{kLeftRight}, VstInt32{kPanDepth}, VstInt32{kMix}}) {
         for (const float value : {1.0f, 0.5f, 0.0f, 0.7f, -0.25f, 0.374f, 123456.789f}) {
             effect.setParameter(index, value);
-            EXPECT_EQ(displayOf(index), shown(*referenceFloatText(value))) << index;
+            EXPECT_EQ(displayOf(index), shown(referenceFloatText(value).value())) << index;
         }
         effect.setParameter(index, 1e30f);
         EXPECT_EQ(displayOf(index), kUntouched) << index;

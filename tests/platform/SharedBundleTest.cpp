@@ -66,8 +66,11 @@ TEST(SharedBundle, ThreadsMakeAndEndItInTurns) {
     onThreads([&] {
         for (int round = 0; round < 20000; ++round) {
             const CFBundleRef found = bundleAt("/");
-            missing += found == nullptr ? 1 : 0;
-            CFRelease(found);
+            if (found == nullptr) {
+                ++missing;
+            } else {
+                CFRelease(found);
+            }
         }
     });
     EXPECT_EQ(missing, 0);

@@ -99,7 +99,7 @@ TEST_F(Face, ScaleMarksRunFromLowerLeftOverTheTopToLowerRight) {
             EXPECT_LT(contrastAtAngle(225.0 - 27.0 * (gap + 0.5)), 1.3)
                 << place.name << " gap " << gap;
         }
-        for (double degrees = 235.0; degrees <= 305.0; degrees += 1.0) {
+        for (int degrees = 235; degrees <= 305; ++degrees) {
             EXPECT_LT(contrastAtAngle(degrees), 1.3) << place.name << " at " << degrees;
         }
     }

@@ -57,9 +57,13 @@ bool GuardedMemory::has(const void* memory) {
 void GuardedMemory::giveBack(void* memory) {
     const std::size_t first = pageOf(memory);
     char* const begin = room + first * kPage;
+    const std::size_t size = (ends[first] - first) * kPage;
     // Anew, so that the system has its pages back.
-    mmap(begin, (ends[first] - first) * kPage, PROT_NONE,
-         MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE | MAP_FIXED, -1, 0);
+    void* const anew = mmap(begin, size, PROT_NONE,
+                            MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE | MAP_FIXED, -1, 0);
+    if (anew == MAP_FAILED) {
+        mprotect(begin, size, PROT_NONE);
+    }
 }
 
 std::size_t GuardedMemory::sizeOf(const void* memory) {
