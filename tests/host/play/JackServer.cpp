@@ -7,11 +7,28 @@
 #include <system_error>
 #include <vector>
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 namespace {
 
-std::string uniqueName() {
+// One test process at a time has servers, to its end: starting ones look after those of others in
+// the system's memory, and may take them for dead.
+void waitForTurn() {
+    static const int lock = [] {
+        const auto path = std::filesystem::temp_directory_path() / "tvdelay-tests-jack.lock";
+        const int file = open(path.c_str(), O_CREAT | O_RDWR | O_CLOEXEC, 0666);
+        if (file < 0 || flock(file, LOCK_EX) != 0) {
+            throw std::runtime_error("no lock for JACK servers: " + path.string());
+        }
+        return file;
+    }();
+    static_cast<void>(lock);
+}
+
+std::string nameInTurn() {
+    waitForTurn();
     static int number = 0;
     return "tvhost-test-" + std::to_string(getpid()) + "-" + std::to_string(++number);
 }
@@ -38,7 +55,7 @@ std::vector<std::string> arguments(const std::string& name, int sampleRate,
 } // namespace
 
 JackServer::JackServer(int sampleRate, Patience patience)
-    : name_(uniqueName()), process_("jackd", arguments(name_, sampleRate, patience), logged()) {
+    : name_(nameInTurn()), process_("jackd", arguments(name_, sampleRate, patience), logged()) {
     jack_set_error_function(quiet);
     jack_set_info_function(quiet);
     for (int i = 0; i < 500; ++i) {
