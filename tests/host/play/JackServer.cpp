@@ -17,8 +17,9 @@ namespace {
 // the system's memory, and may take them for dead.
 void waitForTurn() {
     static const int lock = [] {
-        const auto path = std::filesystem::temp_directory_path() / "tvdelay-tests-jack.lock";
-        const int file = open(path.c_str(), O_CREAT | O_RDWR | O_CLOEXEC, 0666);
+        const auto path = std::filesystem::temp_directory_path() /
+                          ("tvdelay-tests-jack-" + std::to_string(getuid()) + ".lock");
+        const int file = open(path.c_str(), O_CREAT | O_RDWR | O_CLOEXEC, 0600);
         if (file < 0 || flock(file, LOCK_EX) != 0) {
             throw std::runtime_error("no lock for JACK servers: " + path.string());
         }
@@ -27,17 +28,11 @@ void waitForTurn() {
     static_cast<void>(lock);
 }
 
-std::string nameInTurn() {
-    waitForTurn();
-    static int number = 0;
-    return "tvhost-test-" + std::to_string(getpid()) + "-" + std::to_string(++number);
-}
-
 void quiet(const char*) {}
 
-Process::Options logged() {
+Process::Options logged(const std::string& path) {
     Process::Options options;
-    options.log = "/dev/null";
+    options.log = path;
     return options;
 }
 
@@ -54,23 +49,30 @@ std::vector<std::string> arguments(const std::string& name, int sampleRate,
 
 } // namespace
 
-JackServer::JackServer(int sampleRate, Patience patience)
-    : name_(nameInTurn()), process_("jackd", arguments(name_, sampleRate, patience), logged()) {
+JackServer::JackServer(int sampleRate, Patience patience) {
+    waitForTurn();
     jack_set_error_function(quiet);
     jack_set_info_function(quiet);
-    for (int i = 0; i < 500; ++i) {
-        if (jack_client_t* const client = openClient("probe")) {
-            jack_client_close(client);
+    // The same two names every time: a killed server keeps its place among the system's eight until
+    // one of its name starts, which takes as long as the system keeps the number of its process.
+    for (int attempt = 0; attempt < 100; ++attempt) {
+        name_ = "tvhost-test-" + std::to_string(attempt % 2 + 1);
+        process_ = std::make_unique<Process>("jackd", arguments(name_, sampleRate, patience),
+                                             logged(folder_.file("log")));
+        if (answers()) {
             return;
         }
-        usleep(20000);
+        if (!process_->exitStatus()) {
+            break; // it hangs
+        }
+        usleep(100000);
     }
-    throw std::runtime_error("jackd does not start");
+    throw std::runtime_error("jackd does not start: " + readFile(folder_.file("log")));
 }
 
 JackServer::~JackServer() {
     // Killed, it would keep one of the system's few places for servers.
-    process_.askToEnd();
+    process_->askToEnd();
     // What a client that outlived it holds on to stays in memory otherwise.
     std::error_code error;
     for (const auto& entry : std::filesystem::directory_iterator("/dev/shm", error)) {
@@ -78,6 +80,17 @@ JackServer::~JackServer() {
             std::filesystem::remove(entry.path(), error);
         }
     }
+}
+
+bool JackServer::answers() {
+    for (int i = 0; i < 500 && !process_->exitStatus(); ++i) {
+        if (jack_client_t* const client = openClient("probe")) {
+            jack_client_close(client);
+            return true;
+        }
+        usleep(20000);
+    }
+    return false;
 }
 
 _jack_client* JackServer::openClient(const char* name) const {

@@ -2,13 +2,15 @@
 #pragma once
 
 #include "tests/support/Process.h"
+#include "tests/support/TemporaryFolder.h"
 
+#include <memory>
 #include <string>
 
 struct _jack_client;
 
 // Runs for as long as the object; other programs find it by environment(). Throws
-// std::runtime_error when it doesn't start.
+// std::runtime_error with what it said when it doesn't start.
 class JackServer {
 public:
     enum class Patience {
@@ -28,6 +30,10 @@ public:
     _jack_client* openClient(const char* name) const;
 
 private:
+    // Waits until it does, or until it has ended.
+    bool answers();
+
+    TemporaryFolder folder_;
     std::string name_;
-    Process process_;
+    std::unique_ptr<Process> process_;
 };
