@@ -35,17 +35,7 @@ Display* serverConnection() {
     return static_cast<Display*>([GSCurrentServer() serverDevice]);
 }
 
-// The back end waits for the X server in the run loop of the thread that AppKit started on, which
-// need not be this one.
-void readFromServer() {
-    id const server = GSCurrentServer();
-    if ([server respondsToSelector:@selector(receivedEvent:type:extra:forMode:)]) {
-        [server receivedEvent:nullptr type:ET_RDESC extra:nullptr forMode:NSDefaultRunLoopMode];
-    }
-}
-
 std::vector<NSEvent*> waitingEvents() {
-    readFromServer();
     NSDate* const now = [NSDate distantPast];
     std::vector<NSEvent*> events;
     while (NSEvent* const event = [NSApp nextEventMatchingMask:NSAnyEventMask
