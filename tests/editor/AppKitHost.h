@@ -23,9 +23,6 @@ private:
 // A borderless window on the screen, with a lower left corner in points.
 NSWindow* shownWindow(CGFloat x, CGFloat y, CGFloat width, CGFloat height);
 
-// A mouse event at a place of a window, in points.
-NSEvent* mouseEvent(NSEventType type, NSWindow* window, CGFloat x, CGFloat y);
-
 // What a delegate of controls hears.
 struct DelegateMessage {
     const char* selector;

@@ -41,18 +41,6 @@ NSWindow* shownWindow(CGFloat x, CGFloat y, CGFloat width, CGFloat height) {
     return [window autorelease];
 }
 
-NSEvent* mouseEvent(NSEventType type, NSWindow* window, CGFloat x, CGFloat y) {
-    return [NSEvent mouseEventWithType:type
-                              location:NSMakePoint(x, y)
-                         modifierFlags:0
-                             timestamp:0
-                          windowNumber:[window windowNumber]
-                               context:nil
-                           eventNumber:0
-                            clickCount:1
-                              pressure:1.0f];
-}
-
 @implementation RecordingDelegate
 
 - (void)knobUpdatedWithIndex:(int32_t)index withValue:(id)value withObject:(id)object {

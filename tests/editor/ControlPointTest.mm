@@ -1,4 +1,5 @@
 #import "tests/editor/AppKitHost.h"
+#import "tests/editor/MouseEvent.h"
 
 #import "editor/ControlPoint13.h"
 #include "tests/support/RandomSeed.h"

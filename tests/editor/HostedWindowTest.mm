@@ -1,4 +1,5 @@
 // The editor's window inside a host's: what it makes of messages from AppKit itself.
+#import "tests/editor/MouseEvent.h"
 #include "tests/editor/RecordingSynth.h"
 #include "tests/support/screen/HostedEditor.h"
 #include "tests/support/screen/SlapBack.h"
@@ -25,9 +26,7 @@ NSRect frameOfALowerScreen(id, SEL) {
 TEST(HostedWindowAtFirst, LiesAtTheUpperLeftWhereverTheFirstScreenLies) {
     sharedXServer();
     RecordingSynth synth;
-    {
-        const HostedEditor startsAppKit(synth.getAeffect());
-    }
+    std::make_unique<HostedEditor>(synth.getAeffect()).reset(); // starts AppKit
     const Method frame = class_getInstanceMethod([NSScreen class], @selector(frame));
     const IMP own = method_setImplementation(frame, reinterpret_cast<IMP>(frameOfALowerScreen));
     HostedEditor editor(synth.getAeffect());
@@ -49,18 +48,6 @@ protected:
     ~HostedWindow() override {
         [pool release];
         hosted.reset();
-    }
-
-    NSEvent* mouseEvent(NSEventType type, CGFloat x, CGFloat y) const {
-        return [NSEvent mouseEventWithType:type
-                                  location:NSMakePoint(x, y)
-                             modifierFlags:0
-                                 timestamp:0
-                              windowNumber:[window windowNumber]
-                                   context:nil
-                               eventNumber:0
-                                clickCount:1
-                                  pressure:1.0f];
     }
 
     RecordingSynth synth;
@@ -94,10 +81,10 @@ TEST_F(HostedWindow, PaintsInIdleCallsAloneWhereTheHostRunsARunLoop) {
 
 TEST_F(HostedWindow, DragAfterTheReleaseMovesNothing) {
     ASSERT_TRUE(hosted->shows(kSlapBack));
-    [window sendEvent:mouseEvent(NSLeftMouseDown, 178, 226)];
-    [window sendEvent:mouseEvent(NSLeftMouseUp, 178, 226)];
+    [window sendEvent:mouseEvent(NSLeftMouseDown, window, 178, 226)];
+    [window sendEvent:mouseEvent(NSLeftMouseUp, window, 178, 226)];
     synth.writes.clear();
-    [window sendEvent:mouseEvent(NSLeftMouseDragged, 178, 290)];
+    [window sendEvent:mouseEvent(NSLeftMouseDragged, window, 178, 290)];
     EXPECT_TRUE(synth.writes.empty());
     hosted->idle();
     EXPECT_TRUE(showsFace(hosted->settledScreen(), kSlapBack));

@@ -1,4 +1,5 @@
 #import "tests/editor/AppKitHost.h"
+#import "tests/editor/MouseEvent.h"
 
 #import "editor/TarnsCustomGroupButton13.h"
 #import "editor/TarnsCustomImageView13.h"

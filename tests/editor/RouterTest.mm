@@ -1,5 +1,6 @@
 // The root view and its router, away from any window.
 #import "tests/editor/AppKitHost.h"
+#import "tests/editor/MouseEvent.h"
 
 #import "editor/ControlPoint13.h"
 #import "editor/DetatchedView13.h"

@@ -10,12 +10,10 @@
 
 #include <array>
 #include <chrono>
-#include <fstream>
 #include <functional>
 #include <iostream>
 #include <memory>
 #include <regex>
-#include <sstream>
 #include <thread>
 
 namespace {
@@ -81,9 +79,9 @@ protected:
                      "' timeout 120 ardour7-lua '" TVDELAY_EDITOR_SCRIPT "'");
         ASSERT_EQ(made.status, 0) << made.out;
         const std::filesystem::path settings = home.path() / ".config" / "ardour7";
-        std::ofstream(settings / ".a7"); // it has been here before, and welcomes nobody
-        std::ofstream(settings / "config") << kEngine;
-        std::ofstream(settings / "ui_config") << kLooks;
+        writeFile(settings / ".a7", ""); // it has been here before, and welcomes nobody
+        writeFile(settings / "config", kEngine);
+        writeFile(settings / "ui_config", kLooks);
 
         windowManager = home.start("openbox", kWindowManagerLog);
         ASSERT_TRUE(becomes(windowManagerRuns)) << readFile(home.path() / kWindowManagerLog);
@@ -207,9 +205,7 @@ protected:
 
     // The plug-in's values in the session file, as Ardour had them from the effect.
     Values savedValues() const {
-        std::ostringstream text;
-        text << std::ifstream(sessionFile).rdbuf();
-        const std::string saved = text.str();
+        const std::string saved = readFile(sessionFile);
         Values values;
         values.fill(-1.0f);
         std::smatch found;
