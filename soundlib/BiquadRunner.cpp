@@ -47,9 +47,8 @@ void runSlice(BiquadDesigner* filter, const float* input, float* output,
 void runSliceOfPair(BiquadDesigner* left, BiquadDesigner* right, const float* inputLeft,
                     const float* inputRight, float* outputLeft, float* outputRight,
                     std::int32_t sampleFrames) {
-    const auto pair = [&](double BiquadDesigner::* field) {
-        return _mm_set_pd(right->*field, left->*field);
-    };
+    using Field = double BiquadDesigner::*;
+    const auto pair = [&](Field field) { return _mm_set_pd(right->*field, left->*field); };
     const __m128d a0 = pair(&BiquadDesigner::a0);
     const __m128d a1 = pair(&BiquadDesigner::a1);
     const __m128d a2 = pair(&BiquadDesigner::a2);

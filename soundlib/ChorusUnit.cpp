@@ -66,11 +66,11 @@ public:
     }
 
 private:
-    __m128d pair(double SmoothingFilter::* field) const {
-        return _mm_set_pd(wet_->*field, delay_->*field);
-    }
+    using Field = double SmoothingFilter::*;
 
-    void put(double SmoothingFilter::* field, __m128d value) const {
+    __m128d pair(Field field) const { return _mm_set_pd(wet_->*field, delay_->*field); }
+
+    void put(Field field, __m128d value) const {
         delay_->*field = _mm_cvtsd_f64(value);
         wet_->*field = _mm_cvtsd_f64(_mm_unpackhi_pd(value, value));
     }

@@ -80,7 +80,7 @@ void removeUnfinishedOutput() {
 OutputFile::OutputFile(const std::string& target, Until until)
     : given_(target), target_(followed(given_)) {
     mode_t permissions = defaultPermissions();
-    struct stat older{};
+    struct stat older = {};
     if (stat(target_.c_str(), &older) == 0) {
         if (!S_ISREG(older.st_mode)) {
             throw UserError(given_ + " is not an ordinary file; give the name of a file to write");

@@ -17,13 +17,13 @@ constexpr int kStatusOfFailure = 2;
 constexpr int kCrashSignals[] = {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT};
 
 void install(int signal, void (*handler)(int)) {
-    struct sigaction old{};
+    struct sigaction old = {};
     sigaction(signal, nullptr, &old);
     // What was switched off outside stays off, and a sanitizer's own report is left alone.
     if (old.sa_handler != SIG_DFL) {
         return;
     }
-    struct sigaction action{};
+    struct sigaction action = {};
     action.sa_handler = handler;
     // Back to the default on entry, so that raising it again ends the program.
     action.sa_flags = SA_RESETHAND | SA_NODEFER;

@@ -16,7 +16,7 @@ void note(int) {
 
 StopRequest::StopRequest() {
     requested = 0;
-    struct sigaction action{};
+    struct sigaction action = {};
     action.sa_handler = note;
     action.sa_flags = static_cast<int>(SA_RESETHAND);
     for (std::size_t i = 0; i < std::size(kSignals); ++i) {

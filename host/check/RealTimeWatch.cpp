@@ -114,7 +114,7 @@ void RealTimeWatch::require(Subject subject) {
         }
         return;
     }
-    struct sigaction action{};
+    struct sigaction action = {};
     action.sa_sigaction = caught;
     action.sa_flags = SA_SIGINFO;
     sigaction(SIGSYS, &action, nullptr);

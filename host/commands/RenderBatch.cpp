@@ -35,7 +35,7 @@ void say(const std::string& kind, const std::string& input, const std::string& t
 
 // What tells a file from one that takes its place; nothing where there is none.
 std::optional<std::pair<dev_t, ino_t>> identity(const std::string& path) {
-    struct stat status{};
+    struct stat status = {};
     return stat(fromStartFolder(path).c_str(), &status) == 0
                ? std::make_optional(std::make_pair(status.st_dev, status.st_ino))
                : std::nullopt;

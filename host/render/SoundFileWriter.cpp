@@ -39,7 +39,7 @@ std::string reason(const char* words) {
 
 // A file that may be written at any place, not only at its end. Its place now, or -1.
 std::int64_t placeIn(int descriptor) {
-    struct stat status{};
+    struct stat status = {};
     const bool ordinary = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
     const int flags = fcntl(descriptor, F_GETFL);
     return ordinary && flags >= 0 && (flags & O_APPEND) == 0 ? lseek(descriptor, 0, SEEK_CUR) : -1;

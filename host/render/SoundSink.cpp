@@ -78,7 +78,7 @@ sf_count_t SoundSink::length() {
     if (kind_ == Kind::kStream) {
         return written_;
     }
-    struct stat status{};
+    struct stat status = {};
     return fstat(descriptor_, &status) == 0 ? status.st_size : -1;
 }
 

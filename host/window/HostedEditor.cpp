@@ -31,8 +31,8 @@ HostedEditor::HostedEditor(EffectInstance& effect, EditorWindow::Kind kind)
       // out.
       inputs_(static_cast<std::size_t>(effect_.inputCount()), silence_.data()),
       outputs_(static_cast<std::size_t>(effect_.outputCount()), output_.data()) {
-    effect_.setSizeRequestHandler(
-        [this](int width, int height) { return resize({width, height}); });
+    const auto resizeTo = [this](int width, int height) { return resize({width, height}); };
+    effect_.setSizeRequestHandler(resizeTo);
     const bool opened = effect_.openEditor(frame_.handle());
     // Not every effect answers truly, so a window inside counts for more.
     if (!opened && !frame_.holdsWindow()) {

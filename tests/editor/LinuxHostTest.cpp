@@ -483,7 +483,7 @@ TEST_F(LinuxHostOnScreen, OpeningLeavesEverySignalToTheHost) {
     ASSERT_TRUE(editor.shows(kSlapBack));
     editor.close();
     for (int signal = 1; signal < NSIG; ++signal) {
-        struct sigaction after{};
+        struct sigaction after = {};
         sigaction(signal, nullptr, &after);
         EXPECT_EQ(after.sa_handler, before[static_cast<std::size_t>(signal)].sa_handler) << signal;
     }

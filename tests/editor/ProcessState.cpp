@@ -32,7 +32,7 @@ std::string textOf(const sigset_t& signals) {
 
 void addSignals(std::map<std::string, std::string>& state) {
     for (int signal = 1; signal < NSIG; ++signal) {
-        struct sigaction action{};
+        struct sigaction action = {};
         if (sigaction(signal, nullptr, &action) == 0) {
             constexpr int kByTheLibrary = 0x04000000; // it sets this in whatever goes through it
             const int flags = action.sa_flags & ~kByTheLibrary;

@@ -40,7 +40,7 @@ public:
     float* samples() { return samples_; }
 
     void hold() {
-        struct sigaction action{};
+        struct sigaction action = {};
         action.sa_sigaction = onFault;
         action.sa_flags = SA_SIGINFO;
         sigaction(SIGSEGV, &action, &before_);
@@ -73,7 +73,7 @@ private:
     }
 
     float* samples_;
-    struct sigaction before_{};
+    struct sigaction before_ = {};
     std::atomic<bool> reached_{false};
     std::atomic<bool> released_{false};
 };

@@ -49,9 +49,13 @@ LiveWrite parameterWrite(VstInt32 index, float value) {
             index == kDelay ? std::size_t{kMaxSubBlock} : kHeardWithin};
 }
 
-LiveWrite gainWrite(FourPoleFilter* DelayFields::* filter, double FourPoleFilter::* gain,
-                    ReferenceFilter ReferenceDelay::* modelFilter,
-                    double ReferenceFilter::* modelGain, double value) {
+using Filter = FourPoleFilter* DelayFields::*;
+using Gain = double FourPoleFilter::*;
+using ModelFilter = ReferenceFilter ReferenceDelay::*;
+using ModelGain = double ReferenceFilter::*;
+
+LiveWrite gainWrite(Filter filter, Gain gain, ModelFilter modelFilter, ModelGain modelGain,
+                    double value) {
     return {"a gain of " + std::to_string(value),
             [=](VstXSynth& effect) { writeLive(effect.*filter->*gain, value); },
             [=](ReferenceDelay& model) { model.*modelFilter.*modelGain = value; }, kSubBlockStep,
@@ -169,8 +173,8 @@ INSTANTIATE_TEST_SUITE_P(Index, LiveWrites, testing::Range(0, 9));
 
 TEST(LiveWritesOnce, EachGainOfAnotherThreadIsHeardWithinTheBlock) {
     struct Row {
-        FourPoleFilter* DelayFields::* filter;
-        ReferenceFilter ReferenceDelay::* model;
+        Filter filter;
+        ModelFilter model;
     };
     static constexpr Row kFilters[] = {
         {&DelayFields::lowPassLeft, &ReferenceDelay::lowPassLeft},
@@ -182,7 +186,7 @@ TEST(LiveWritesOnce, EachGainOfAnotherThreadIsHeardWithinTheBlock) {
     Dice dice(seed);
     for (const Row& row : kFilters) {
         for (int round = 0; round < 3; ++round) {
-            const std::pair<double FourPoleFilter::*, double ReferenceFilter::*> gains[] = {
+            const std::pair<Gain, ModelGain> gains[] = {
                 {&FourPoleFilter::lowGain, &ReferenceFilter::lowGain},
                 {&FourPoleFilter::midGain, &ReferenceFilter::midGain},
                 {&FourPoleFilter::highGain, &ReferenceFilter::highGain}};

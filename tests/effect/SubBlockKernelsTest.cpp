@@ -146,8 +146,7 @@ public:
     }
 
     // How many frames went through, with `change` between the making of the sub-block and its run.
-    int
-    render(RenderSubBlock kernel, const std::function<void(SubBlockRun&)>& change = [](auto&) {}) {
+    int render(RenderSubBlock kernel, const std::function<void(SubBlockRun&)>& change) {
         const auto count = static_cast<std::size_t>(frames_);
         const StereoBlock block = {own_.data(), own_.data() + count, own_.data() + outLeft_,
                                    own_.data() + outRight_};
@@ -158,6 +157,9 @@ public:
         change(*this);
         kernel(subBlock_);
         return subBlock_.frames;
+    }
+    int render(RenderSubBlock kernel) {
+        return render(kernel, [](SubBlockRun&) {});
     }
     // The same while another thread may write to `live`.
     int renderLive(RenderSubBlock kernel, const DelayFields& live) {
@@ -286,18 +288,19 @@ TEST_P(SubBlockKernelsTest, FirstSampleThatFindsAnotherValueIsLeftAlone) {
 }
 
 TEST_P(SubBlockKernelsTest, FirstSampleThatFindsAnotherGainIsLeftAlone) {
-    static constexpr double FourPoleFilter::* kGains[] = {
-        &FourPoleFilter::lowGain, &FourPoleFilter::midGain, &FourPoleFilter::highGain};
-    static constexpr FourPoleFilter* DelayFields::* kFilters[] = {
-        &DelayFields::lowPassLeft, &DelayFields::lowPassRight, &DelayFields::highPassLeft,
-        &DelayFields::highPassRight};
+    using Gain = double FourPoleFilter::*;
+    using Filter = FourPoleFilter* DelayFields::*;
+    static constexpr Gain kGains[] = {&FourPoleFilter::lowGain, &FourPoleFilter::midGain,
+                                      &FourPoleFilter::highGain};
+    static constexpr Filter kFilters[] = {&DelayFields::lowPassLeft, &DelayFields::lowPassRight,
+                                          &DelayFields::highPassLeft, &DelayFields::highPassRight};
     const std::uint64_t seed = randomSeed(0x5A);
     Dice dice(seed);
     ReferenceDelay model;
     int seen = 0;
     for (int round = 0; round < 400; ++round) {
         SubBlockRun run(model, dice);
-        FourPoleFilter* DelayFields::* const which = dice.pick(kFilters);
+        const Filter which = dice.pick(kFilters);
         FourPoleFilter& filter = *(run.fields.*which);
         const bool lowPass =
             which == &DelayFields::lowPassLeft || which == &DelayFields::lowPassRight;

@@ -21,7 +21,7 @@ struct TrappedInput::Waiting {
     std::atomic<bool> passed{false};
     std::atomic<bool> abandoned{false};
     std::thread other;
-    struct sigaction before{};
+    struct sigaction before = {};
 
     static Waiting* current;
 
@@ -76,7 +76,7 @@ void TrappedInput::arm() {
     waiting_->size = size_;
     Waiting::current = waiting_;
     waiting_->other = std::thread([this] { waiting_->run(); });
-    struct sigaction action{};
+    struct sigaction action = {};
     action.sa_sigaction = Waiting::onFault;
     action.sa_flags = SA_SIGINFO;
     sigaction(SIGSEGV, &action, &waiting_->before);

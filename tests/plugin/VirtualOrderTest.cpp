@@ -14,9 +14,10 @@
 
 namespace {
 
-using Slots = std::vector<std::pair<const char*, std::ptrdiff_t>>;
+using Slot = std::pair<const char*, std::ptrdiff_t>;
+using Slots = std::vector<Slot>;
 
-#define SLOT(type, operation) {#operation, virtualSlot(&type::operation)}
+#define SLOT(type, operation) Slot(#operation, virtualSlot(&type::operation))
 
 void expectInOrder(const Slots& slots, std::ptrdiff_t first) {
     for (const auto& [name, slot] : slots) {

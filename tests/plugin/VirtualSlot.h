@@ -6,8 +6,8 @@
 
 // The index among the table's function pointers. A pointer to a virtual member holds one more than
 // the offset in bytes; one to a plain member holds an address, which gives no slot: -1.
-template <typename Class, typename Operation>
-std::ptrdiff_t virtualSlot(Operation Class::* operation) {
+template <typename MemberPointer>
+std::ptrdiff_t virtualSlot(MemberPointer operation) {
     std::ptrdiff_t offset[2];
     static_assert(sizeof(operation) == sizeof(offset));
     std::memcpy(offset, &operation, sizeof(offset));

@@ -14,7 +14,7 @@ HostSignals::HostSignals() {
 HostSignals::~HostSignals() {
     for (int signal = 1; signal < NSIG; ++signal) {
         const struct sigaction& ofHost = actions_[static_cast<std::size_t>(signal)];
-        struct sigaction now{};
+        struct sigaction now = {};
         sigaction(signal, nullptr, &now);
         if (now.sa_handler != ofHost.sa_handler) {
             sigaction(signal, &ofHost, nullptr);

@@ -35,9 +35,10 @@ void nothing() {}
 extern "C" {
 
 // Nothing of a sanitizer is ready either.
-[[gnu::used, gnu::visibility("hidden")]]
-__attribute__((no_sanitize("address", "undefined", "coverage"),
-               no_stack_protector)) void (*tvdelayLookAtSignals())() {
+using Nothing = void();
+[[gnu::used, gnu::visibility("hidden"), gnu::no_stack_protector,
+  clang::no_sanitize("address", "undefined", "coverage")]] Nothing*
+tvdelayLookAtSignals() {
     exchange(nullptr, &ofHost);
     return nothing;
 }

@@ -22,7 +22,7 @@ constexpr int kBlock = 512;
 using Handler = void (*)(int);
 
 Handler handlerOf(int signal) {
-    struct sigaction action{};
+    struct sigaction action = {};
     sigaction(signal, nullptr, &action);
     return action.sa_handler;
 }

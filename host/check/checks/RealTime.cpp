@@ -26,9 +26,10 @@ void fillWithNoise(CheckRun& run, CheckedEffect& effect, BlockBuffers& buffers) 
     }
 }
 
+using PickedCount = RealTimeWatch::Count RealTimeWatch::Counts::*;
+
 // Watches blocks, and says what `pick` counts of them.
-void watchBlocks(CheckRun& run, Subject subject, const char* what,
-                 RealTimeWatch::Count RealTimeWatch::Counts::* pick) {
+void watchBlocks(CheckRun& run, Subject subject, const char* what, PickedCount pick) {
     RealTimeWatch::require(subject);
     CheckedEffect effect(run);
     effect.requireSound();

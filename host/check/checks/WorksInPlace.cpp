@@ -15,7 +15,8 @@ Sound rendered(CheckRun& run, const Sound& input, bool inPlace) {
     CheckedEffect effect(run);
     effect.requireInput();
     effect.start(kRate, kBlock);
-    return effect.render(input, kBlock, [] { return kBlock; }, inPlace);
+    const auto block = [] { return kBlock; };
+    return effect.render(input, kBlock, block, inPlace);
 }
 
 } // namespace

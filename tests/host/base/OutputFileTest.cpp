@@ -21,7 +21,7 @@ void put(const OutputFile& file, const std::string& text) {
 }
 
 mode_t permissionsOf(const std::string& path) {
-    struct stat status{};
+    struct stat status = {};
     EXPECT_EQ(stat(path.c_str(), &status), 0);
     return status.st_mode & 07777;
 }
