@@ -135,15 +135,13 @@ protected:
     // stays at its upper left.
     static std::optional<ShownWindow> editor() {
         const std::optional<ShownWindow> outer = pluginWindow();
-        const ShownWindow wholeScreen{0, "", 0, 0, XServer::kWidth, XServer::kHeight};
-        std::optional<ShownWindow> face;
-        for (const ShownWindow& window : shownWindows()) {
-            if (outer && outer->contains(window) && wholeScreen.contains(window) &&
-                window.width >= HostWindow::kWidth && window.height >= HostWindow::kHeight) {
-                face = window;
-            }
+        if (!outer) {
+            return std::nullopt;
         }
-        return face;
+        const std::optional<ShownWindow> face =
+            innermostWindow(*outer, HostWindow::kWidth, HostWindow::kHeight);
+        const ShownWindow wholeScreen{0, "", 0, 0, XServer::kWidth, XServer::kHeight};
+        return face && wholeScreen.contains(*face) ? face : std::nullopt;
     }
 
     static std::optional<ScreenPart> editorOnScreen() {

@@ -1,6 +1,10 @@
-// Audacity in its own window finds the bundle and applies the effect to a file.
+// Audacity in its own window finds the bundle, applies the effect to a file, and has it in
+// realtime.
 #include "tests/realhosts/HostHome.h"
+#include "tests/support/screen/ExpectedFace.h"
+#include "tests/support/screen/Mouse.h"
 #include "tests/support/screen/ScreenWindows.h"
+#include "tests/support/screen/SlapBack.h"
 #include "tests/support/screen/XServer.h"
 
 #include <gmock/gmock.h>
@@ -16,6 +20,7 @@
 #include <fstream>
 #include <functional>
 #include <iostream>
+#include <optional>
 #include <sstream>
 #include <stdexcept>
 #include <thread>
@@ -26,6 +31,13 @@ namespace fs = std::filesystem;
 
 constexpr const char* kModule = "/usr/lib/audacity/modules/mod-script-pipe.so";
 constexpr auto kPatience = std::chrono::seconds(200); // busy machines take long
+
+// The rack of realtime effects: its button for a new one while it is empty, and its first effect.
+constexpr ScreenPlace kAddEffect{127, 146};
+constexpr ScreenPlace kFirstEffect{133, 157};
+
+constexpr int kFeedBack = 1;                   // a parameter
+constexpr ScreenPlace kFeedBackKnob{178, 226}; // points of the editor
 
 // Where the module for scripts speaks, for each user one pair.
 std::string pipeName(const std::string& direction) {
@@ -38,12 +50,22 @@ std::string readWhole(const fs::path& file) {
     return text.str();
 }
 
-// Small windows of its name come earlier, while it still looks for plug-ins.
-bool mainWindowIsThere() {
-    const std::vector<ShownWindow> windows = shownWindows();
-    return std::any_of(windows.begin(), windows.end(), [](const ShownWindow& window) {
-        return window.name.rfind("Audacity", 0) == 0 && window.width > XServer::kWidth / 2;
-    });
+// Small windows of its name come earlier, while it still looks for plug-ins; it is named for the
+// sound that it has.
+std::optional<ShownWindow> mainWindow() {
+    for (const ShownWindow& window : shownWindows()) {
+        const bool named = window.name.rfind("Audacity", 0) == 0 || window.name == "in";
+        if (named && window.width > XServer::kWidth / 2) {
+            return window;
+        }
+    }
+    return std::nullopt;
+}
+
+// The face in the window of a realtime effect.
+std::optional<ShownWindow> editor() {
+    const std::optional<ShownWindow> outer = findWindow("TvDelay - in");
+    return outer ? innermostWindow(*outer, HostWindow::kWidth, HostWindow::kHeight) : std::nullopt;
 }
 
 } // namespace
@@ -51,6 +73,8 @@ bool mainWindowIsThere() {
 class Audacity : public testing::Test {
 protected:
     void SetUp() override {
+        windowManager = home.start("openbox", "openbox.log"); // menus take keys only with one
+        ASSERT_TRUE(becomes(windowManagerRuns));
         writeSound();
         fs::create_directory(home.path() / "vst");
         fs::copy(TVDELAY_BUNDLE_FOLDER, home.path() / "vst/TvDelay.vst",
@@ -58,13 +82,15 @@ protected:
         // The first time it looks for plug-ins, in processes that would all make the pipe anew.
         writeSettings("");
         start();
-        ASSERT_TRUE(becomes(mainWindowIsThere));
+        ASSERT_TRUE(becomes([] { return mainWindow().has_value(); }));
         audacity.reset();
+        fs::remove_all(home.path() / "tmp"); // or it asks about what the first one has left
         writeSettings(moduleSettings());
         fs::remove(pipeName("to")); // what one that was killed has left
         fs::remove(pipeName("from"));
         start();
-        ASSERT_TRUE(becomes([] { return mainWindowIsThere() && fs::exists(pipeName("from")); }));
+        ASSERT_TRUE(
+            becomes([] { return mainWindow().has_value() && fs::exists(pipeName("from")); }));
         to = open(pipeName("to").c_str(), O_RDWR); // also when nobody reads yet
         from = open(pipeName("from").c_str(), O_RDWR | O_NONBLOCK);
         ASSERT_GE(to, 0);
@@ -92,7 +118,7 @@ protected:
     bool becomes(const std::function<bool()>& condition) {
         const auto end = std::chrono::steady_clock::now() + kPatience;
         while (!condition()) {
-            if (std::chrono::steady_clock::now() > end || audacity->exitStatus()) {
+            if (std::chrono::steady_clock::now() > end || (audacity && audacity->exitStatus())) {
                 return false;
             }
             std::this_thread::sleep_for(std::chrono::milliseconds(100));
@@ -133,6 +159,32 @@ protected:
 
     std::string file(const std::string& name) const { return (home.path() / name).string(); }
 
+    bool shows(const FaceControls& controls) {
+        return becomes([&] {
+            const std::optional<ShownWindow> face = editor();
+            return face && showsFace(screenAt(face->left, face->top), controls);
+        });
+    }
+
+    // From the base angle of 85 degrees, 54 points up.
+    static void dragFeedBackToStep71() {
+        const ShownWindow face = editor().value();
+        const Mouse mouse(face.left, face.top + HostWindow::kHeight);
+        mouse.moveTo(kFeedBackKnob.x, kFeedBackKnob.y);
+        mouse.press();
+        for (int travel = 9; travel <= 54; travel += 9) {
+            mouse.moveTo(kFeedBackKnob.x, kFeedBackKnob.y + travel);
+        }
+        mouse.release();
+    }
+
+    // `place` is from the upper left of what the window holds.
+    static void clickInMainWindow(ScreenPlace place) {
+        const ShownWindow window = mainWindow().value();
+        xdotool({"mousemove", std::to_string(window.left + place.x),
+                 std::to_string(window.top + place.y), "click", "1"});
+    }
+
     // Some clicks, on both sides at other times, and a tone.
     void writeSound() const {
         constexpr int kFrames = 48000;
@@ -168,14 +220,41 @@ protected:
                std::string(kModule) + "\n[ModuleDateTime]\nmod-script-pipe=" + time.out;
     }
 
+    // The file is what tvhost makes of the sound by program 0, up to the last of its 16 bits.
+    void expectAsRendered(const std::string& path) const {
+        const ProcessResult rendering =
+            runProcess(TVHOST, {"render", file("in.wav"), file("expected.wav"), "--program", "0",
+                                "--tail", "0"});
+        ASSERT_EQ(rendering.status, 0) << rendering.err;
+        SndfileHandle out(path);
+        SndfileHandle expected(file("expected.wav"));
+        ASSERT_EQ(out.samplerate(), 48000);
+        ASSERT_EQ(out.channels(), 2);
+        ASSERT_EQ(out.frames(), expected.frames());
+        std::vector<float> have(static_cast<std::size_t>(out.frames()) * 2);
+        std::vector<float> wanted(have.size());
+        out.readf(have.data(), out.frames());
+        expected.readf(wanted.data(), expected.frames());
+        float largest = 0.0f;
+        for (std::size_t i = 0; i < have.size(); ++i) {
+            largest = std::max(largest, std::fabs(have[i] - wanted[i]));
+        }
+        EXPECT_LE(largest, 1.0f / 32768.0f);
+        // The sound itself would not do.
+        EXPECT_GT(*std::max_element(have.begin(), have.end()), 0.1f);
+        SndfileHandle in(file("in.wav"));
+        in.readf(wanted.data(), in.frames());
+        EXPECT_NE(have, wanted);
+    }
+
     const XServer screen;
     HostHome home;
+    std::unique_ptr<Process> windowManager;
     std::unique_ptr<Process> audacity;
     int to = -1;
     int from = -1;
 };
 
-// Applied, it is the same up to the last of the 16 bits that Audacity writes.
 TEST_F(Audacity, ListsTheEffectAndAppliesItToAFileOf48Kilohertz) {
     const std::string answer = told("Help: Command=Tvdelay");
     EXPECT_THAT(answer, testing::HasSubstr("\"name\":\"TvDelay\""));
@@ -188,26 +267,26 @@ TEST_F(Audacity, ListsTheEffectAndAppliesItToAFileOf48Kilohertz) {
     order("Tvdelay:");
     order("Export2: Filename=\"" + file("out.wav") + "\" NumChannels=2");
 
-    const ProcessResult rendering = runProcess(
-        TVHOST, {"render", file("in.wav"), file("expected.wav"), "--program", "0", "--tail", "0"});
-    ASSERT_EQ(rendering.status, 0) << rendering.err;
-    SndfileHandle out(file("out.wav"));
-    SndfileHandle expected(file("expected.wav"));
-    ASSERT_EQ(out.samplerate(), 48000);
-    ASSERT_EQ(out.channels(), 2);
-    ASSERT_EQ(out.frames(), expected.frames());
-    std::vector<float> have(static_cast<std::size_t>(out.frames()) * 2);
-    std::vector<float> wanted(have.size());
-    out.readf(have.data(), out.frames());
-    expected.readf(wanted.data(), expected.frames());
-    float largest = 0.0f;
-    for (std::size_t i = 0; i < have.size(); ++i) {
-        largest = std::max(largest, std::fabs(have[i] - wanted[i]));
-    }
-    EXPECT_LE(largest, 1.0f / 32768.0f);
-    // The sound itself would not do.
-    EXPECT_GT(*std::max_element(have.begin(), have.end()), 0.1f);
-    SndfileHandle in(file("in.wav"));
-    in.readf(wanted.data(), in.frames());
-    EXPECT_NE(have, wanted);
+    expectAsRendered(file("out.wav"));
+}
+
+// Realtime effects are part of what is exported.
+TEST_F(Audacity, HasTheEffectInRealtimeOnATrackAndShowsItsEditor) {
+    order("Import2: Filename=\"" + file("in.wav") + "\"");
+    order("SelectAll:");
+    order("AddRealtimeEffects:");
+    clickInMainWindow(kAddEffect);
+    xdotool({"key", "--delay", "300", "Down", "Right", "Return"}); // its maker, and it
+    order("Export2: Filename=\"" + file("out.wav") + "\" NumChannels=2");
+    expectAsRendered(file("out.wav"));
+
+    clickInMainWindow(kFirstEffect);
+    EXPECT_TRUE(shows(kSlapBack));
+    dragFeedBackToStep71();
+    FaceControls moved = kSlapBack;
+    moved[kFeedBack] = 90;
+    EXPECT_TRUE(shows(moved));
+    // Nobody tells Audacity of that.
+    order("Export2: Filename=\"" + file("after.wav") + "\" NumChannels=2");
+    expectAsRendered(file("after.wav"));
 }

@@ -117,6 +117,17 @@ std::optional<ShownWindow> findWindow(const std::string& name) {
     return std::nullopt;
 }
 
+std::optional<ShownWindow> innermostWindow(const ShownWindow& outer, int width, int height) {
+    std::optional<ShownWindow> innermost;
+    for (const ShownWindow& window : shownWindows()) {
+        const ShownWindow& around = innermost ? *innermost : outer;
+        if (around.contains(window) && window.width >= width && window.height >= height) {
+            innermost = window;
+        }
+    }
+    return innermost;
+}
+
 ShownWindow awaitWindow(const std::string& name) {
     const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(1);
     while (std::chrono::steady_clock::now() < end) {

@@ -25,7 +25,10 @@ std::vector<ShownWindow> shownWindows();
 // The first of them that has this name.
 std::optional<ShownWindow> findWindow(const std::string& name);
 
-// The same, after up to a minute. Throws std::runtime_error when it doesn't come.
+// The innermost one inside `outer` that is at least so large, in pixels.
+std::optional<ShownWindow> innermostWindow(const ShownWindow& outer, int width, int height);
+
+// As findWindow, after up to a minute. Throws std::runtime_error when it doesn't come.
 ShownWindow awaitWindow(const std::string& name);
 
 // What a window tells window managers: the class of its program, and whether it is of one size
