@@ -55,6 +55,9 @@ void noteDrawingOf() {
         return;
     }
     const Method method = class_getInstanceMethod(static_cast<Class>(found), @selector(drawRect:));
+    if (method == nullptr) {
+        return;
+    }
     ownDrawing[kIndex] = reinterpret_cast<Draw>(
         method_setImplementation(method, reinterpret_cast<IMP>(drawAndNote<kIndex>)));
 }

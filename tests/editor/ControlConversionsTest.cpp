@@ -107,12 +107,12 @@ TEST(ControlConversions, ValuesOutOfRangeAreNotHeldBack) {
     EXPECT_EQ(stepOfParameter(1.5f), 150);
     EXPECT_EQ(stepOfParameter(-0.019f), -1);
     EXPECT_EQ(initialStepOfParameter(-0.019f), -1);
-    constexpr auto lowest = std::numeric_limits<std::int32_t>::min();
+    constexpr auto kLowest = std::numeric_limits<std::int32_t>::min();
     const float none = std::numeric_limits<float>::quiet_NaN();
-    EXPECT_EQ(stepOfParameter(none), lowest);
-    EXPECT_EQ(initialStepOfParameter(none), lowest);
-    EXPECT_EQ(stepOfParameter(1e30f), lowest);
-    EXPECT_EQ(initialStepOfParameter(-1e30f), lowest);
+    EXPECT_EQ(stepOfParameter(none), kLowest);
+    EXPECT_EQ(initialStepOfParameter(none), kLowest);
+    EXPECT_EQ(stepOfParameter(1e30f), kLowest);
+    EXPECT_EQ(initialStepOfParameter(-1e30f), kLowest);
 }
 
 TEST(ControlConversions, SwitchShowsOnFromOneUp) {

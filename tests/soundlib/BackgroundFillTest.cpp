@@ -223,7 +223,7 @@ TEST_F(BackgroundFill, RequestReturnsWhileTheDiskStillBlocks) {
 }
 
 TEST_F(BackgroundFill, StartAgainReopensInTheBackground) {
-    const std::string oldBytes = fixture.writeRandomFile("old", 2 * kFillBytes, 0);
+    fixture.writeRandomFile("old", 2 * kFillBytes, 0);
     WavFileInfo oldInfo = fixture.info;
     reader.start(&oldInfo, kInBackground);
     finishFill();

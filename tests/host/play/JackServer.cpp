@@ -94,6 +94,7 @@ bool JackServer::answers() {
 }
 
 _jack_client* JackServer::openClient(const char* name) const {
-    return jack_client_open(name, static_cast<jack_options_t>(JackNoStartServer | JackServerName),
-                            nullptr, name_.c_str());
+    // They are bits. NOLINTNEXTLINE(clang-analyzer-optin.core.EnumCastOutOfRange)
+    const auto options = static_cast<jack_options_t>(JackNoStartServer | JackServerName);
+    return jack_client_open(name, options, nullptr, name_.c_str());
 }

@@ -64,7 +64,7 @@ TEST(Automation, RefusesWhatIsNoListOfPoints) {
           "Gain=-1:1", "Gain=0:2", "Gain=0:-0.1", "Gain=0:x", "Gain=:1", "Gain=0:", "Gain=nan:1",
           "Gain=0:1:2", "Gain=1e300:1", "Volume=0:1"}) {
         try {
-            Automation(effect, {text}, 44100.0);
+            const Automation automation(effect, {text}, 44100.0);
             ADD_FAILURE() << text << " was taken";
         } catch (const UserError& error) {
             EXPECT_THAT(error.what(), HasSubstr("give")) << text;

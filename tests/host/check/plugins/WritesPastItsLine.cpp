@@ -12,7 +12,7 @@ public:
 protected:
     void process(float** in, float** out, int frames) override {
         const float length = getParameter(0) * (sampleRate - 1.0f);
-        volatile float* const samples = line.get();
+        volatile float* const samples = line_.get();
         samples[static_cast<std::size_t>(length)] = 0.0f;
         GoodEffect::process(in, out, frames);
     }
@@ -20,7 +20,7 @@ protected:
 private:
     static constexpr std::size_t kRoom = 384000 - 8;
 
-    std::unique_ptr<float[]> line = std::make_unique<float[]>(kRoom);
+    std::unique_ptr<float[]> line_ = std::make_unique<float[]>(kRoom);
 };
 
 } // namespace
