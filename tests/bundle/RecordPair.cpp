@@ -99,14 +99,8 @@ std::string RecordPair::process(const ScriptStep& step) {
     BlockMemory other(step);
     mac_->processReplacing(mac_, mac.inputs(), mac.outputs(), step.number);
     linux_->processReplacing(linux_, other.inputs(), other.outputs(), step.number);
-    const std::ptrdiff_t at =
-        firstDifference(mac.samples().data(), other.samples().data(), mac.samples().size());
-    if (at < 0) {
-        return callDifference();
-    }
-    const auto index = static_cast<std::size_t>(at);
-    return differing("sample " + std::to_string(at), std::to_string(mac.samples()[index]),
-                     std::to_string(other.samples()[index]));
+    const std::string difference = mac.differenceFrom(other);
+    return difference.empty() ? callDifference() : difference;
 }
 
 std::string RecordPair::dispatch(VstInt32 opcode, VstInt32 index, VstIntPtr value,

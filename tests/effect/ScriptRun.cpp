@@ -2,7 +2,6 @@
 
 #include "effect/VstXSynth.h"
 #include "tests/effect/EffectState.h"
-#include "tests/support/Bits.h"
 #include "tests/support/BlockMemory.h"
 #include "tests/support/LoadedPlugin.h"
 #include "tests/support/ReferenceDelay.h"
@@ -14,15 +13,7 @@ std::string processBoth(VstXSynth& effect, ReferenceDelay& model, const ScriptSt
     BlockMemory expected(step);
     effect.processReplacing(own.inputs(), own.outputs(), step.number);
     model.process(expected.inputs(), expected.outputs(), step.number);
-    const std::ptrdiff_t at =
-        firstDifference(own.samples().data(), expected.samples().data(), own.samples().size());
-    if (at < 0) {
-        return "";
-    }
-    const auto index = static_cast<std::size_t>(at);
-    return "the block's memory differs at " + std::to_string(at) + ": " +
-           std::to_string(own.samples()[index]) + " instead of " +
-           std::to_string(expected.samples()[index]) + "; ";
+    return own.differenceFrom(expected);
 }
 
 std::string doBoth(VstXSynth& effect, ReferenceDelay& model, const ScriptStep& step) {

@@ -3,6 +3,7 @@
 
 #include "tests/support/ScriptGenerator.h"
 
+#include <string>
 #include <vector>
 
 class BlockMemory {
@@ -22,6 +23,10 @@ public:
     float** inputs() { return inputs_; }
     float** outputs() { return outputs_; }
     const std::vector<float>& samples() const { return samples_; }
+
+    // The first sample in which it is not the expected one, in words that further ones may follow;
+    // empty where there is none.
+    std::string differenceFrom(const BlockMemory& expected) const;
 
 private:
     BlockLayout layout_;

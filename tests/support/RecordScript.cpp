@@ -63,15 +63,7 @@ std::string RecordScript::process(const ScriptStep& step) {
     BlockMemory expected(step);
     record_->processReplacing(record_, own.inputs(), own.outputs(), step.number);
     model_.process(expected.inputs(), expected.outputs(), step.number);
-    const std::ptrdiff_t at =
-        firstDifference(own.samples().data(), expected.samples().data(), own.samples().size());
-    if (at < 0) {
-        return "";
-    }
-    const auto index = static_cast<std::size_t>(at);
-    return "the block's memory differs at " + std::to_string(at) + ": " +
-           std::to_string(own.samples()[index]) + " instead of " +
-           std::to_string(expected.samples()[index]) + "; ";
+    return own.differenceFrom(expected);
 }
 
 std::string RecordScript::stateDifference() const {
