@@ -60,7 +60,7 @@ RawFormat RawFormat::from(const std::string& text) {
     }
     if (format.name.empty()) {
         throw UserError("--raw " + text + ": \"" + given.front() +
-                        "\" is no kind of samples; give one of " + kinds());
+                        "\" is not a kind of samples; give one of " + kinds());
     }
     if (given.size() == 1) {
         return format;
