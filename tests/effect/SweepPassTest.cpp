@@ -122,6 +122,9 @@ TEST(SweepPass, PreparingLeavesWhatIsKept) {
 
 // Else the system would hand pages out in the middle of a block.
 TEST(SweepPass, FirstPassFindsItsMemoryInPlace) {
+    if (*TVDELAY_SANITIZERS != 0) {
+        GTEST_SKIP() << "a sanitizer's own memory can't be told from the pass's";
+    }
 #ifndef MADV_POPULATE_WRITE
     GTEST_SKIP() << "this system gives memory only to who uses it";
 #else
@@ -142,5 +145,5 @@ TEST(SweepPass, FirstPassFindsItsMemoryInPlace) {
     }
     ASSERT_EQ(getrusage(RUSAGE_THREAD, &after), 0);
     EXPECT_GT(sum, 0.0);
-    EXPECT_LT(after.ru_minflt - before.ru_minflt, 100); // of 375 pages; a sanitizer needs some too
+    EXPECT_LT(after.ru_minflt - before.ru_minflt, 20);
 }
