@@ -34,10 +34,11 @@ void nothing() {}
 
 extern "C" {
 
+using Function = void();
+
 // Nothing of a sanitizer is ready either.
-using Nothing = void();
 [[gnu::used, gnu::visibility("hidden"), gnu::no_stack_protector,
-  clang::no_sanitize("address", "undefined", "coverage")]] Nothing*
+  clang::no_sanitize("address", "undefined", "coverage")]] Function*
 tvdelayLookAtSignals() {
     exchange(nullptr, &ofHost);
     return nothing;
