@@ -166,11 +166,7 @@ protected:
     // for that is what the editor shows.
     void dragFeedBackToStep71(FaceControls shown) {
         const Mouse mouse = mouseOverEditor();
-        mouse.moveTo(kFeedBackKnob.x, kFeedBackKnob.y);
-        mouse.press();
-        for (int travel = 9; travel <= 54; travel += 9) {
-            mouse.moveTo(kFeedBackKnob.x, kFeedBackKnob.y + travel);
-        }
+        mouse.pullUp(kFeedBackKnob.x, kFeedBackKnob.y, 54);
         shown[kFeedBack] = 90;
         EXPECT_TRUE(shows(shown));
         mouse.release();

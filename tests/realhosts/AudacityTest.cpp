@@ -21,7 +21,6 @@
 #include <functional>
 #include <iostream>
 #include <optional>
-#include <sstream>
 #include <stdexcept>
 #include <thread>
 
@@ -42,12 +41,6 @@ constexpr ScreenPlace kFeedBackKnob{178, 226}; // points of the editor
 // Where the module for scripts speaks, for each user one pair.
 std::string pipeName(const std::string& direction) {
     return "/tmp/audacity_script_pipe." + direction + "." + std::to_string(getuid());
-}
-
-std::string readWhole(const fs::path& file) {
-    std::ostringstream text;
-    text << std::ifstream(file).rdbuf();
-    return text.str();
 }
 
 // Small windows of its name come earlier, while it still looks for plug-ins; it is named for the
@@ -99,7 +92,9 @@ protected:
 
     void TearDown() override {
         if (HasFailure()) {
-            std::cout << readWhole(home.path() / "audacity.log");
+            if (audacity) {
+                std::cout << readFile(home.path() / "audacity.log");
+            }
             for (const ShownWindow& window : shownWindows()) {
                 if (!window.name.empty()) {
                     std::cout << "'" << window.name << "'\n";
@@ -170,11 +165,7 @@ protected:
     static void dragFeedBackToStep71() {
         const ShownWindow face = editor().value();
         const Mouse mouse(face.left, face.top + HostWindow::kHeight);
-        mouse.moveTo(kFeedBackKnob.x, kFeedBackKnob.y);
-        mouse.press();
-        for (int travel = 9; travel <= 54; travel += 9) {
-            mouse.moveTo(kFeedBackKnob.x, kFeedBackKnob.y + travel);
-        }
+        mouse.pullUp(kFeedBackKnob.x, kFeedBackKnob.y, 54);
         mouse.release();
     }
 
@@ -259,7 +250,7 @@ TEST_F(Audacity, ListsTheEffectAndAppliesItToAFileOf48Kilohertz) {
     const std::string answer = told("Help: Command=Tvdelay");
     EXPECT_THAT(answer, testing::HasSubstr("\"name\":\"TvDelay\""));
     EXPECT_THAT(answer, testing::HasSubstr("Audio In: 2, Audio Out: 2"));
-    const std::string registry = readWhole(home.path() / ".audacity-data/pluginregistry.cfg");
+    const std::string registry = readFile(home.path() / ".audacity-data/pluginregistry.cfg");
     EXPECT_THAT(registry, testing::HasSubstr("Vendor=Tarnvale Music"));
 
     order("Import2: Filename=\"" + file("in.wav") + "\"");

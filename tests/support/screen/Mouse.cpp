@@ -42,6 +42,15 @@ void Mouse::release() const {
     xdotool({"mouseup", "1"});
 }
 
+void Mouse::pullUp(int x, int y, int travel) const {
+    constexpr int kSteps = 6;
+    moveTo(x, y);
+    press();
+    for (int step = 1; step <= kSteps; ++step) {
+        moveTo(x, y + travel * step / kSteps);
+    }
+}
+
 void Mouse::dragAtOnce(int fromX, int fromY, int toX, int toY) const {
     dragAtOnce({{fromX, fromY, toX, toY}});
 }

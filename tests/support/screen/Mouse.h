@@ -17,6 +17,8 @@ public:
     void moveTo(int x, int y) const;
     void press() const;
     void release() const;
+    // Press and movement upward in steps; the button stays down.
+    void pullUp(int x, int y, int travel) const;
     // Press, movement and release as fast as the screen takes them.
     void dragAtOnce(int fromX, int fromY, int toX, int toY) const;
     struct Drag {
