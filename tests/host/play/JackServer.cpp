@@ -53,8 +53,8 @@ JackServer::JackServer(int sampleRate, Patience patience) {
     waitForTurn();
     jack_set_error_function(quiet);
     jack_set_info_function(quiet);
-    // The same two names every time: a killed server keeps its place among the system's eight until
-    // one of its name starts, which takes as long as the system keeps the number of its process.
+    // A killed server keeps its place among the system's eight until another of its name starts, so
+    // there are only two names. None starts as long as the system still lists the killed process.
     for (int attempt = 0; attempt < 100; ++attempt) {
         name_ = "tvhost-test-" + std::to_string(attempt % 2 + 1);
         process_ = std::make_unique<Process>("jackd", arguments(name_, sampleRate, patience),

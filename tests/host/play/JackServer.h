@@ -30,7 +30,7 @@ public:
     _jack_client* openClient(const char* name) const;
 
 private:
-    // Waits until it does, or until it has ended.
+    // Whether clients can join it, waiting up to 10 s; false at once when it has ended.
     bool answers();
 
     TemporaryFolder folder_;
